@@ -1,0 +1,11 @@
+#include "geometry/creation.h"
+
+namespace korvane
+{
+
+float (*newpoints)[3] = nullptr;
+float (*rotated)[3] = nullptr;
+int newpointnumber = 0;
+char newsign = 0;
+
+} // namespace korvane

@@ -1,0 +1,12 @@
+// Drawing a polygon by clicking: the points clicked so far.
+#pragma once
+
+namespace korvane
+{
+
+extern float (*newpoints)[3]; // owned; the clicked points in world coordinates
+extern float (*rotated)[3];   // owned; the same points in view coordinates
+extern int newpointnumber;    // length of both
+extern char newsign;          // 1 while the new-shape tool is on
+
+} // namespace korvane

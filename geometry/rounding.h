@@ -1,0 +1,15 @@
+// The smooth form of a shape: one step of a one-into-nine subdivision of its triangles, in which marked
+// points stay corners and marked chains stay creases.
+#pragma once
+
+namespace korvane
+{
+
+struct Shape;
+
+// The rounded version of a shape, whose edges, triangles, stripes and vertexes must be current; the
+// shape is not changed. Every triangle gives nine, every edge two points, every triangle one. The
+// sides of the result have no outlines. The caller owns the result (DeleteShape).
+Shape* RoundShape(const Shape* shape);
+
+} // namespace korvane

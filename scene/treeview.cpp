@@ -1,0 +1,151 @@
+#include "scene/treeview.h"
+
+#include "scene/arrays.h"
+#include "scene/model.h"
+
+#include <algorithm>
+#include <strings.h>
+#include <vector>
+
+namespace korvane
+{
+
+GtkWidget* treeview = nullptr;
+GtkTreeStore* store = nullptr;
+GdkPixbuf* pbfolderc = nullptr;
+GdkPixbuf* pbfoldero = nullptr;
+GdkPixbuf* pbside = nullptr;
+GdkPixbuf* pbshape = nullptr;
+GtkTreeIter* movediter = nullptr;
+
+void MakeTree()
+{
+    static char rootname[] = "scene";
+    store = gtk_tree_store_new(3, GDK_TYPE_PIXBUF, G_TYPE_STRING, G_TYPE_INT);
+    treeiters = NewArray<TreeIter>(1);
+    TreeIter& root = treeiters[0];
+    root.name = rootname;
+    root.shapeindex = -1;
+    root.parent = -1;
+    root.children = NewArray<int>(1);
+    treeiternumber = 1;
+}
+
+// True when a node of type and name `a` stands before one of `b` in the same folder.
+static bool IsBefore(const TreeIter& a, const TreeIter& b)
+{
+    const bool folder = a.type == NODE_FOLDER;
+    if (folder != (b.type == NODE_FOLDER)) {
+        return folder;
+    }
+    return strcasecmp(a.name, b.name) < 0;
+}
+
+// The first place whose child stands after the node; equal names go after those that are there.
+static int GetSortedPlace(const TreeIter& folder, const TreeIter& node)
+{
+    const int* end = folder.children + folder.childnumber;
+    const int* place = std::upper_bound(
+        folder.children, end, node,
+        [](const TreeIter& wanted, int child) { return IsBefore(wanted, treeiters[child]); });
+    return int(place - folder.children);
+}
+
+static GdkPixbuf* GetIconOfNode(const TreeIter& node)
+{
+    if (node.type == NODE_FOLDER) {
+        return pbfolderc;
+    }
+    return node.type == NODE_SIDE ? pbside : pbshape;
+}
+
+static void InsertRow(int index, int place)
+{
+    TreeIter& node = treeiters[index];
+    GtkTreeIter* parentrow = node.parent == 0 ? nullptr : &treeiters[node.parent].iter;
+    insertiter = 1;
+    gtk_tree_store_insert_with_values(store, &node.iter, parentrow, place, COLUMN_ICON,
+                                      GetIconOfNode(node), COLUMN_NAME, node.name, COLUMN_NODE,
+                                      index, -1);
+    insertiter = 0;
+}
+
+int AppendTreeIter(int parent, int type, int shapeindex, char* name)
+{
+    const int index = treeiternumber;
+    GrowArray(treeiters, index, index + 1);
+    TreeIter& node = treeiters[index];
+    node.parent = parent;
+    node.type = type;
+    node.name = name;
+    node.shapeindex = shapeindex;
+    node.children = type == NODE_FOLDER ? NewArray<int>(1) : nullptr;
+    treeiternumber++;
+    return index;
+}
+
+int AddTreeIter(int parent, int type, char* name)
+{
+    const int index = AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
+    TreeIter& folder = treeiters[parent];
+    const int place = GetSortedPlace(folder, treeiters[index]);
+    InsertAt(folder.children, folder.childnumber, place);
+    folder.children[place] = index;
+    InsertRow(index, place);
+    return index;
+}
+
+// Gives every folder the nodes whose parent it is, in sorted order.
+static void SortChildren()
+{
+    for (int i = 0; i < treeiternumber; i++) {
+        treeiters[i].childnumber = 0;
+    }
+    for (int i = 1; i < treeiternumber; i++) {
+        TreeIter& folder = treeiters[treeiters[i].parent];
+        GrowArray(folder.children, folder.childnumber, folder.childnumber + 1);
+        folder.children[folder.childnumber++] = i;
+    }
+    for (int i = 0; i < treeiternumber; i++) {
+        TreeIter& folder = treeiters[i];
+        std::stable_sort(folder.children, folder.children + folder.childnumber,
+                         [](int a, int b) { return IsBefore(treeiters[a], treeiters[b]); });
+    }
+}
+
+// Shows the rows of everything below a folder. The last row goes in first, each at position 0: the store
+// finds that place at once, while one at the end would be looked for row by row.
+static void InsertRowsBelow(int root)
+{
+    std::vector<int> waiting{root};
+    while (!waiting.empty()) {
+        const int folder = waiting.back();
+        waiting.pop_back();
+        for (int i = treeiters[folder].childnumber - 1; i >= 0; i--) {
+            const int child = treeiters[folder].children[i];
+            InsertRow(child, 0);
+            if (treeiters[child].childnumber > 0) {
+                waiting.push_back(child);
+            }
+        }
+    }
+}
+
+void SortAndShowTree()
+{
+    SortChildren();
+    InsertRowsBelow(0);
+}
+
+void ClearTree()
+{
+    gtk_tree_store_clear(store);
+    for (int i = 1; i < treeiternumber; i++) {
+        FreeArray(treeiters[i].children);
+        FreeArray(treeiters[i].name);
+    }
+    treeiternumber = 1;
+    treeiters[0].childnumber = 0;
+}
+
+} // namespace korvane

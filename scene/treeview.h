@@ -1,0 +1,50 @@
+// The folder tree: its nodes, and the rows of the tree store that show them beside the view. The store's
+// order equals the order of every folder's `children` after each change: folders first, then shapes,
+// each group by name without regard to case, equal names in the order in which they came.
+#pragma once
+
+#include <gtk/gtk.h>
+
+namespace korvane
+{
+
+// A node's type; any value but NODE_FOLDER means a shape.
+enum NodeType { NODE_FOLDER = 0, NODE_SIDE = 1, NODE_SHAPE = 2 };
+
+struct TreeIter {
+    char* name;       // owned, but for the root's, which is a constant
+    int type;         // a NodeType: a shape of exactly one side is a NODE_SIDE
+    int shapeindex;   // index into the per-shape arrays; -1 for a folder
+    GtkTreeIter iter; // the node's row in `store`; the root has none
+    int parent;       // the folder that holds the node; -1 for the root
+    int childnumber;  // length of children
+    int* children;    // owned; nodes in display order; null for a shape
+};
+
+// Columns of `store`.
+enum StoreColumn { COLUMN_ICON = 0, COLUMN_NAME = 1, COLUMN_NODE = 2 };
+
+extern GtkWidget* treeview;   // the tree view; filled by GetMainWindow
+extern GtkTreeStore* store;   // its rows
+extern GdkPixbuf* pbfolderc;  // icon of a closed folder; null when the file is missing
+extern GdkPixbuf* pbfoldero;  // icon of an open folder
+extern GdkPixbuf* pbside;     // icon of a one-sided shape
+extern GdkPixbuf* pbshape;    // icon of any other shape
+extern GtkTreeIter* movediter; // owned; the row that a drag has just inserted; null when none
+
+// Makes the root node and the empty store. Call it once, before anything is loaded.
+void MakeTree();
+
+// Appends a node, puts it at its sorted place among parent's children and shows its row. Takes ownership
+// of `name`, a plain heap string. A shape node gets shapeindex shapenumber - 1. Returns the node's index.
+int AddTreeIter(int parent, int type, char* name);
+
+// Loading many nodes in linear time: append them all, a folder before what it holds, then show them; the
+// result is that of AddTreeIter one by one. Takes ownership of `name`.
+int AppendTreeIter(int parent, int type, int shapeindex, char* name);
+void SortAndShowTree();
+
+// Frees every node but the root and removes every row. The selection handler runs once, afterwards.
+void ClearTree();
+
+} // namespace korvane

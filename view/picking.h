@@ -1,0 +1,78 @@
+// The element under the pointer. One record is kept for every point, stripe and side of every shape,
+// shape after shape in scene order, and one for every face of the background cube; after each pointer
+// or camera move SearchActive decides which of them is hit. All of it works in view coordinates.
+#pragma once
+
+namespace korvane
+{
+
+struct Stripe;
+struct Side;
+struct Triangle;
+
+enum ElementType { ELEMENT_CUBEFACE = 0, ELEMENT_POINT = 2, ELEMENT_STRIPE = 3, ELEMENT_SIDE = 4 };
+
+struct ActiveElement {
+    unsigned char active;   // 1 when the element can be picked
+    unsigned char hover;    // 1 while it is the element under the pointer
+    unsigned char fade;     // hover fade level, moved by the timer
+    unsigned char reserved; // reserved
+    int type;               // an ElementType
+    float position[3];      // view coordinates of the last hit on the element
+    void* element;          // borrowed; a point's float triple, a Stripe or a Side of shapest
+};
+
+// A point, stripe or side is near when it is closer than this to the pointer, in view units.
+constexpr double pickdistance = 0.016;
+
+extern ActiveElement* activepoints; // owned; the shapes' points, then duplication centres, then new points
+extern int activepointnumber;       // length of activepoints
+extern ActiveElement* activestripes; // owned; the shapes' stripes
+extern int activestripenumber;       // length of activestripes
+extern ActiveElement* activesides;   // owned; the shapes' sides
+extern int activesidenumber;         // length of activesides
+extern ActiveElement activebgcube[6]; // the faces of the background cube
+extern ActiveElement* activepointer;  // borrowed; the record under the pointer, or null
+extern float cubepoints[24][3];       // screen corners of the background cube, four per face
+extern float mouse[3];                // the pointer in view coordinates; z the depth of what it hits
+extern float gmouse[3];               // where a click places a point: mouse, or snapped to the grid
+
+inline float* GetPointOfElement(const ActiveElement* record)
+{
+    return static_cast<float*>(record->element);
+}
+inline Stripe* GetStripeOfElement(const ActiveElement* record)
+{
+    return static_cast<Stripe*>(record->element);
+}
+inline Side* GetSideOfElement(const ActiveElement* record)
+{
+    return static_cast<Side*>(record->element);
+}
+
+// Rebuilds the record arrays from the current shapes, keeping the records of a construction at the end
+// of activepoints. Call it after every change of the scene's structure.
+void SetActives();
+
+// Computes anew which elements can be picked and finds the one under the pointer; nothing while a shape
+// or a duplicate is under construction or a tool mode is in force.
+void ChangeActives();
+
+void SetActivesOff(); // makes every point, stripe and side unpickable
+
+// Finds the element under `mouse` and makes it activepointer; sets mouse's depth to that of the hit.
+void SearchActive();
+
+bool PointNear2d(const float* mouse, const float* point);
+
+// True when the mouse is near the stripe; the mouse's depth is then the stripe's depth there.
+bool StripeNear2d(float* mouse, const Stripe* stripe);
+
+// True when the mouse lies in the triangle's projection; its depth is then that of the triangle's plane.
+bool InTheTriangle2dSetZ(float* mouse, const Triangle* triangle);
+
+bool IsPointOfStripe(const ActiveElement* point, const ActiveElement* stripe);
+bool IsPointOfSide(const ActiveElement* point, const ActiveElement* side);
+bool IsStripeOfSide(const ActiveElement* stripe, const ActiveElement* side);
+
+} // namespace korvane
