@@ -4,6 +4,8 @@
 // updated: whoever changes center, rotation, scale or perspective calls TransferAllShape.
 #pragma once
 
+#include "view/projection.h"
+
 #include <cstdint>
 
 typedef struct _GtkWidget GtkWidget;
@@ -47,34 +49,27 @@ extern MainView mainview;      // the one view; written by navigation, toolbar h
 extern int32_t width, height;  // the drawing area's size in pixels; written by ConfigGl
 extern char cisign;            // not 0 while an image export renders
 
+// The scale stays in this range, far outside what anyone uses.
+constexpr float smallestscale = 1e-9F;
+constexpr float greatestscale = 1e9F;
+
 // The easing curve of all fades: 0 at level 0, 1 at level 15; only the low four bits count.
 float GetCosRate(int8_t level);
 
-// Turns n points in place by the view's rotation, without moving or scaling them.
-void Rotate(const MainView* view, float points[][3], int32_t n);
-
-// Turns n points in place by the inverse of the view's rotation.
-void ReRotate(const MainView* view, float points[][3], int32_t n);
-
-// Turns the three vectors of `frame` by the rotation that carries the unit vector `from` onto the unit
-// vector `to` (Rodrigues' formula). Nothing changes when they are equal within 1e-6, or zero.
-void VectorRotate(float frame[][3], const float from[3], const float to[3]);
-
-// World to screen, in place.
-void TransferPoints(const MainView* view, float points[][3], int32_t n);
-
-// Screen to world, in place: the inverse of TransferPoints.
-void ReTransferPoints(const MainView* view, float points[][3], int32_t n);
+// Sets mainview's scale, kept between smallestscale and greatestscale. What is no positive finite number
+// changes nothing: this is the only way in which a computed scale comes into the view.
+void SetScale(float scale);
 
 // Applies the perspective of a level to n screen points in place, then projects the scene again and
 // refreshes what can be picked. Level 0 does nothing at all.
 void SetPerspective(float points[][3], int32_t n, int8_t level);
 
-// Half the width and half the height of the view, in view coordinates.
+// Half the width and half the height of the view, in view coordinates; a square while the drawing area
+// has no size yet.
 void GetHalfView(float* halfwidth, float* halfheight);
 
 // Projects every shape for the current camera, then finds the element under the pointer again. Reads
-// shapes, round1, selected, mainview; writes shapest, round1t, showtable.
+// shapes, round1, selected, mainview, cisign; writes shapest, round1t, showtable.
 void TransferAllShape();
 
 // Projects one shape; the element under the pointer is the caller's to find.
