@@ -1,4 +1,5 @@
-// The entry point: starts the toolkit, shows the main window, loads the scene named on the command line.
+// The entry point: starts the toolkit, shows the main window, loads the scene named on the command
+// line.
 
 #include "app/trackedmemory.h"
 #include "scene/scenefile.h"

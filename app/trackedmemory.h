@@ -1,6 +1,6 @@
-// A debugging aid: an allocator that records every block it hands out with its size. Nothing else in the
-// program allocates through it. The tables hold 10000 entries and grow once, to 20000; a block past the
-// last entry is handed out unrecorded.
+// A debugging aid: an allocator that records every block it hands out with its size. Nothing else
+// in the program allocates through it. The tables hold 10000 entries and grow once, to 20000; a
+// block past the last entry is handed out unrecorded.
 #pragma once
 
 namespace korvane

@@ -1,5 +1,6 @@
-// The smooth form of a shape: one step of a one-into-nine subdivision of its triangles, in which marked
-// points stay corners and marked chains stay creases.
+// The smooth form of a shape: one step of a one-into-nine subdivision of its triangles, in which
+// marked points stay corners and marked chains stay creases. It is made again on every step of a
+// drag, so its cost is linear in the shape.
 #pragma once
 
 namespace korvane

@@ -1,6 +1,7 @@
 // Plain heap arrays for the records of the document. Every array that a record points to is made,
-// grown, copied and closed up here and nowhere else. A fresh entry has every byte zero. A count that
-// is negative or memory that runs out ends the program with a message: no caller sees a null array.
+// grown, copied and closed up here and nowhere else. A fresh entry has every byte zero. A count
+// that is negative or memory that runs out ends the program with a message: no caller sees a null
+// array.
 #pragma once
 
 #include <bit>

@@ -1,7 +1,8 @@
 // The document: the records of a shape and the globals that hold the scene. Every shape is kept in
-// four versions that share an index; only `shapes` is edited, saved and exported, the other three are
-// derived from it. Ownership is by containment: a record owns the arrays it points to, a back-pointer
-// owns nothing. Coordinates and normals are float triples in model coordinates unless said otherwise.
+// four versions that share an index; only `shapes` is edited, saved and exported, the other three
+// are derived from it. Ownership is by containment: a record owns the arrays it points to, a
+// back-pointer owns nothing. Coordinates and normals are float triples in model coordinates unless
+// said otherwise.
 #pragma once
 
 namespace korvane
@@ -10,7 +11,8 @@ namespace korvane
 struct Shape;
 struct TreeIter; // defined in scene/treeview.h, because it holds a row of the toolkit's tree store
 
-// A Stripe is a chain of points along a shape's outline or crease; a closed one repeats its first point.
+// A Stripe is a chain of points along a shape's outline or crease; a closed one repeats its first
+// point.
 struct Stripe {
     int pointnumber; // length of points
     int* points;     // owned; indices into the shape's points, in chain order
@@ -52,25 +54,25 @@ struct Side {
     int trianglenumber;        // length of triangles; always pointnumber - 2 in a model shape
     int visibility;            // bits of Visibility
     float colors[colornumber]; // components 0..1, placed as ColorPlace says
-    int* points;               // owned; corners, indices into the shape's points, in order round the side
-    int* triangles;            // owned; indices into the shape's triangles, consecutive
-    Shape* shape;              // back-pointer; the shape that holds this side
+    int* points;    // owned; corners, indices into the shape's points, in order round the side
+    int* triangles; // owned; indices into the shape's triangles, consecutive
+    Shape* shape;   // back-pointer; the shape that holds this side
 };
 
-// A Shape is one polyhedral object: points, the sides spanned between them, and what is derived from
-// both. A count is the exact length of its arrays. The sides' runs of triangles are consecutive and
-// together cover `triangles`. After an edit the derived fields are stale until SetNormalsOfShape and
-// ChangeShape have run.
+// A Shape is one polyhedral object: points, the sides spanned between them, and what is derived
+// from both. A count is the exact length of its arrays. The sides' runs of triangles are
+// consecutive and together cover `triangles`. After an edit the derived fields are stale until
+// SetNormalsOfShape and ChangeShape have run.
 struct Shape {
-    int pointnumber;             // length of points
-    int normalnumber;            // length of normals
-    int vertexnumber;            // length of vertexes
-    int stripenumber;            // length of stripes
-    int trianglenumber;          // length of triangles and of trianglenormals
-    int edgenumber;              // length of edges
-    int sidenumber;              // length of sides
-    int* vertexes;               // owned; indices of the points marked as vertexes; null when there are none
-    float (*points)[3];          // owned
+    int pointnumber;    // length of points
+    int normalnumber;   // length of normals
+    int vertexnumber;   // length of vertexes
+    int stripenumber;   // length of stripes
+    int trianglenumber; // length of triangles and of trianglenormals
+    int edgenumber;     // length of edges
+    int sidenumber;     // length of sides
+    int* vertexes;      // owned; indices of the points marked as vertexes; null when there are none
+    float (*points)[3]; // owned
     float (*normals)[3];         // owned, derived; shading normals, to which triangle corners refer
     float (*trianglenormals)[3]; // owned, derived; one face normal per triangle
     Stripe* stripes;             // owned, derived from the sides
@@ -85,19 +87,19 @@ struct Shape {
 enum ShowState { SHOW_NOTHING = 0, SHOW_PLAIN = 1, SHOW_ROUNDED = 2 };
 
 // The bits of a shape's `selected` byte: a toggle-fade byte in the low five bits, and a mark.
-constexpr unsigned char selectedlevel = 15; // the fade level
-constexpr unsigned char selectedshown = 16; // the shape is shown while the view is restricted
-constexpr unsigned char selectedfade = 31;  // level and target: zero when nothing of it is drawn
+constexpr unsigned char selectedlevel = 15;  // the fade level
+constexpr unsigned char selectedshown = 16;  // the shape is shown while the view is restricted
+constexpr unsigned char selectedfade = 31;   // level and target: zero when nothing of it is drawn
 constexpr unsigned char selectedintree = 64; // the shape is selected in the tree
 
 // The scene. The arrays share their index and are grown and closed up together (AddShape,
 // DeleteShapeByIndex).
-extern int shapenumber;         // number of shapes in the scene
-extern Shape** shapes;          // owned; the model as built: the only version edited, saved and exported
-extern Shape** round1;          // owned; round1[i] is shapes[i] rounded; made again by ChangeShape(i)
-extern Shape** shapest;         // owned; shapes[i] in view coordinates; written by the projection
-extern Shape** round1t;         // owned; round1[i] in view coordinates; written by the projection
-extern int* showtable;          // owned; a ShowState per shape; written by the projection
+extern int shapenumber; // number of shapes in the scene
+extern Shape** shapes;  // owned; the model as built: the only version edited, saved and exported
+extern Shape** round1;  // owned; round1[i] is shapes[i] rounded; made again by ChangeShape(i)
+extern Shape** shapest; // owned; shapes[i] in view coordinates; written by the projection
+extern Shape** round1t; // owned; round1[i] in view coordinates; written by the projection
+extern int* showtable;  // owned; a ShowState per shape; written by the projection
 extern unsigned char* selected; // owned; selection and highlight fade per shape, bits as above
 
 // The folder tree. Node 0 is the root folder, which has no row and is never deleted.
@@ -105,7 +107,7 @@ extern TreeIter* treeiters;    // owned; all nodes, root first
 extern int treeiternumber;     // number of nodes
 extern int* treeselected;      // owned; nodes whose rows are selected; null when there are none
 extern int treeselectednumber; // length of treeselected
-extern char insertiter;        // 1 while the program itself inserts a row, which its handler then ignores
+extern char insertiter; // 1 while the program itself inserts a row, which its handler then ignores
 
 // The clipboard.
 extern TreeIter* copyiters; // owned; copies of the copied nodes, a node before its subtree
@@ -118,8 +120,8 @@ extern int copyshapenumber; // length of copyshapes
 // until then showtable holds SHOW_NOTHING for it.
 void AddShape(Shape* shape);
 
-// Derives centre, radius and the three other versions again after shapes[index] was edited in place.
-// The caller projects the shape before it is drawn. The index is not checked.
+// Derives centre, radius and the three other versions again after shapes[index] was edited in
+// place. The caller projects the shape before it is drawn. The index is not checked.
 void ChangeShape(int index);
 
 // A deep copy, whose back-pointers name the copy. The caller owns it (DeleteShape).

@@ -44,10 +44,11 @@ static bool IsBefore(const TreeIter& a, const TreeIter& b)
 // The first place whose child stands after the node; equal names go after those that are there.
 static int GetSortedPlace(const TreeIter& folder, const TreeIter& node)
 {
-    const int* end = folder.children + folder.childnumber;
-    const int* place = std::upper_bound(
-        folder.children, end, node,
-        [](const TreeIter& wanted, int child) { return IsBefore(wanted, treeiters[child]); });
+    int* end = folder.children + folder.childnumber;
+    const int* place =
+        std::upper_bound(folder.children, end, node, [](const TreeIter& wanted, int child) {
+            return IsBefore(wanted, treeiters[child]);
+        });
     return int(place - folder.children);
 }
 
@@ -86,7 +87,8 @@ int AppendTreeIter(int parent, int type, int shapeindex, char* name)
 
 int AddTreeIter(int parent, int type, char* name)
 {
-    const int index = AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
+    const int index =
+        AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
     TreeIter& folder = treeiters[parent];
     const int place = GetSortedPlace(folder, treeiters[index]);
     InsertAt(folder.children, folder.childnumber, place);
@@ -113,8 +115,8 @@ static void SortChildren()
     }
 }
 
-// Shows the rows of everything below a folder. The last row goes in first, each at position 0: the store
-// finds that place at once, while one at the end would be looked for row by row.
+// Shows the rows of everything below a folder. The last row goes in first, each at position 0: the
+// store finds that place at once, while one at the end would be looked for row by row.
 static void InsertRowsBelow(int root)
 {
     std::vector<int> waiting{root};

@@ -1,6 +1,7 @@
-// The folder tree: its nodes, and the rows of the tree store that show them beside the view. The store's
-// order equals the order of every folder's `children` after each change: folders first, then shapes,
-// each group by name without regard to case, equal names in the order in which they came.
+// The folder tree: its nodes, and the rows of the tree store that show them beside the view. The
+// store's order equals the order of every folder's `children` after each change: folders first,
+// then shapes, each group by name without regard to case, equal names in the order in which they
+// came.
 #pragma once
 
 #include <gtk/gtk.h>
@@ -24,23 +25,24 @@ struct TreeIter {
 // Columns of `store`.
 enum StoreColumn { COLUMN_ICON = 0, COLUMN_NAME = 1, COLUMN_NODE = 2 };
 
-extern GtkWidget* treeview;   // the tree view; filled by GetMainWindow
-extern GtkTreeStore* store;   // its rows
-extern GdkPixbuf* pbfolderc;  // icon of a closed folder; null when the file is missing
-extern GdkPixbuf* pbfoldero;  // icon of an open folder
-extern GdkPixbuf* pbside;     // icon of a one-sided shape
-extern GdkPixbuf* pbshape;    // icon of any other shape
+extern GtkWidget* treeview;    // the tree view; filled by GetMainWindow
+extern GtkTreeStore* store;    // its rows
+extern GdkPixbuf* pbfolderc;   // icon of a closed folder; null when the file is missing
+extern GdkPixbuf* pbfoldero;   // icon of an open folder
+extern GdkPixbuf* pbside;      // icon of a one-sided shape
+extern GdkPixbuf* pbshape;     // icon of any other shape
 extern GtkTreeIter* movediter; // owned; the row that a drag has just inserted; null when none
 
 // Makes the root node and the empty store. Call it once, before anything is loaded.
 void MakeTree();
 
-// Appends a node, puts it at its sorted place among parent's children and shows its row. Takes ownership
-// of `name`, a plain heap string. A shape node gets shapeindex shapenumber - 1. Returns the node's index.
+// Appends a node, puts it at its sorted place among parent's children and shows its row. Takes
+// ownership of `name`, a plain heap string. A shape node gets shapeindex shapenumber - 1. Returns
+// the node's index.
 int AddTreeIter(int parent, int type, char* name);
 
-// Loading many nodes in linear time: append them all, a folder before what it holds, then show them; the
-// result is that of AddTreeIter one by one. Takes ownership of `name`.
+// Loading many nodes in linear time: append them all, a folder before what it holds, then show
+// them; the result is that of AddTreeIter one by one. Takes ownership of `name`.
 int AppendTreeIter(int parent, int type, int shapeindex, char* name);
 void SortAndShowTree();
 

@@ -1,0 +1,171 @@
+#include "tests/support/shapes.h"
+
+#include "geometry/shapegeometry.h"
+#include "geometry/triangulation.h"
+#include "scene/arrays.h"
+#include "scene/scenefile.h"
+#include "scene/treeview.h"
+#include "scene/undo.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace korvane::testing
+{
+
+static constexpr float defaultcolors[colornumber] = {0.8F, 0.8F, 0.8F, 1, 0.2F, 0.2F, 0.2F, 1, 1,
+                                                     0.8F, 0.8F, 0.8F, 1, 0.2F, 0.2F, 0.2F, 1, 1};
+
+static void FillSide(Side& side, const std::vector<int>& outline, Shape* shape)
+{
+    side.pointnumber = int(outline.size());
+    side.trianglenumber = side.pointnumber - 2;
+    side.visibility = VISIBLE_BOTH;
+    std::copy_n(defaultcolors, colornumber, side.colors);
+    side.points = CopyArray(outline.data(), side.pointnumber);
+    side.triangles = NewArray<int>(side.trianglenumber);
+    side.shape = shape;
+}
+
+OwnedShape MakeRawShape(const Points& points, const Outlines& sides)
+{
+    Shape* shape = NewArray<Shape>(1);
+    shape->pointnumber = int(points.size());
+    shape->points = NewArray<float[3]>(shape->pointnumber);
+    for (int i = 0; i < shape->pointnumber; i++) {
+        std::copy_n(points[std::size_t(i)].data(), 3, shape->points[i]);
+    }
+    shape->sidenumber = int(sides.size());
+    shape->sides = NewArray<Side>(shape->sidenumber);
+    for (int i = 0; i < shape->sidenumber; i++) {
+        FillSide(shape->sides[i], sides[std::size_t(i)], shape);
+        shape->trianglenumber += shape->sides[i].trianglenumber;
+    }
+    shape->triangles = NewArray<Triangle>(shape->trianglenumber);
+    for (int i = 0; i < shape->trianglenumber; i++) {
+        shape->triangles[i].shape = shape;
+    }
+    return OwnedShape(shape);
+}
+
+void CompleteShape(Shape* shape)
+{
+    int first = 0;
+    for (int i = 0; i < shape->sidenumber; i++) {
+        SetTrianglesOfSide(&shape->sides[i], first);
+        first += shape->sides[i].trianglenumber;
+    }
+    SetStripesOfShape(shape);
+    SetNormalsOfShape(shape);
+    SetCenterPointOfShape(shape);
+    SetRadiusOfShape(shape);
+}
+
+OwnedShape MakeShape(const Points& points, const Outlines& sides)
+{
+    OwnedShape shape = MakeRawShape(points, sides);
+    CompleteShape(shape.get());
+    return shape;
+}
+
+OwnedShape MakeFlatShape(const Points& points)
+{
+    std::vector<int> outline(points.size());
+    for (std::size_t i = 0; i < outline.size(); i++) {
+        outline[i] = int(i);
+    }
+    return MakeShape(points, {outline});
+}
+
+void SetVertexes(Shape* shape, const std::vector<int>& vertexes)
+{
+    FreeArray(shape->vertexes);
+    shape->vertexnumber = int(vertexes.size());
+    if (!vertexes.empty()) {
+        shape->vertexes = CopyArray(vertexes.data(), shape->vertexnumber);
+    }
+}
+
+Corners CornersOf(const Shape& shape, int side, int k)
+{
+    const Triangle& triangle = shape.triangles[shape.sides[side].triangles[k]];
+    return {triangle.points[0], triangle.points[1], triangle.points[2]};
+}
+
+OwnedShape FlatTriangle()
+{
+    return MakeFlatShape({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+}
+
+OwnedShape Square()
+{
+    return MakeFlatShape({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}});
+}
+
+OwnedShape ConcaveL()
+{
+    return MakeFlatShape({{0, 0, 0}, {2, 0, 0}, {2, 1, 0}, {1, 1, 0}, {1, 2, 0}, {0, 2, 0}});
+}
+
+OwnedShape Star()
+{
+    constexpr double tenth = 3.14159265358979323846 / 5; // the angle between neighbouring corners
+    Points points;
+    for (int i = 0; i < 10; i++) {
+        const double r = i % 2 == 0 ? 1.0 : 0.4;
+        points.push_back({float(r * std::cos(tenth * i)), float(r * std::sin(tenth * i)), 0});
+    }
+    return MakeFlatShape(points);
+}
+
+OwnedShape Tetrahedron()
+{
+    return MakeShape({{1, 1, 1}, {-1, -1, 1}, {-1, 1, -1}, {1, -1, -1}},
+                     {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}});
+}
+
+OwnedShape Cube()
+{
+    constexpr float h = 0.5F;
+    return MakeShape(
+        {{-h, -h, -h},
+         {h, -h, -h},
+         {h, h, -h},
+         {-h, h, -h},
+         {-h, -h, h},
+         {h, -h, h},
+         {h, h, h},
+         {-h, h, h}},
+        {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4}, {3, 7, 6, 2}, {0, 4, 7, 3}, {1, 2, 6, 5}});
+}
+
+OwnedShape TrianglePrism()
+{
+    return MakeShape({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}},
+                     {{0, 2, 1}, {3, 4, 5}, {0, 1, 4, 3}, {1, 2, 5, 4}, {2, 0, 3, 5}});
+}
+
+OwnedShape Pyramid()
+{
+    return MakeShape({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}, {0, 0, 1}},
+                     {{0, 3, 2, 1}, {0, 1, 4}, {1, 2, 4}, {2, 3, 4}, {3, 0, 4}});
+}
+
+int AddToScene(OwnedShape shape, const std::string& name, int parent)
+{
+    const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+    AddShape(shape.release());
+    AddTreeIter(parent, type, CopyArray(name.c_str(), int(name.size()) + 1));
+    return shapenumber - 1;
+}
+
+void StartEmptyScene()
+{
+    if (store == nullptr) {
+        MakeTree();
+    }
+    NewMrt();
+}
+
+} // namespace korvane::testing

@@ -1,0 +1,62 @@
+// Small named shapes for the tests, and the builder behind them. A built shape is complete:
+// triangles, stripes, normals, centre and radius; its sides are front and back visible with the
+// default colours.
+#pragma once
+
+#include "scene/model.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace korvane::testing
+{
+
+struct ShapeDeleter {
+    void operator()(Shape* shape) const
+    {
+        DeleteShape(shape);
+    }
+};
+using OwnedShape = std::unique_ptr<Shape, ShapeDeleter>;
+
+using Points = std::vector<std::array<float, 3>>;
+using Outlines = std::vector<std::vector<int>>;
+using Corners = std::array<int, 3>;
+
+// A shape without derived fields: points and sides with room for their triangles, no stripes.
+OwnedShape MakeRawShape(const Points& points, const Outlines& sides);
+
+// Triangles, stripes, normals, centre and radius of a raw shape.
+void CompleteShape(Shape* shape);
+
+OwnedShape MakeShape(const Points& points, const Outlines& sides);
+OwnedShape MakeFlatShape(const Points& points); // one side with all points in order
+
+void SetVertexes(Shape* shape,
+                 const std::vector<int>& vertexes); // marks; the normals are not rebuilt
+
+// The corners of a side's k-th triangle.
+Corners CornersOf(const Shape& shape, int side, int k);
+inline Corners CornersOf(const OwnedShape& shape, int k)
+{
+    return CornersOf(*shape, 0, k);
+}
+
+OwnedShape FlatTriangle();  // (0,0) (1,0) (0,1), counter-clockwise seen from +z
+OwnedShape Square();        // (0,0) (1,0) (1,1) (0,1), likewise
+OwnedShape ConcaveL();      // an L of six corners, likewise
+OwnedShape Star();          // a five-pointed star of ten corners, likewise
+OwnedShape Tetrahedron();   // 4 triangles
+OwnedShape Cube();          // edge 1, centred on the origin; sides -z, +z, -y, +y, -x, +x
+OwnedShape TrianglePrism(); // two triangles, three rectangles
+OwnedShape Pyramid();       // a square and four triangles
+
+// Adds a shape to the scene with its node below `parent`. Returns the shape's index.
+int AddToScene(OwnedShape shape, const std::string& name, int parent = 0);
+
+// A scene without shapes, folders and undo steps. Makes the tree the first time.
+void StartEmptyScene();
+
+} // namespace korvane::testing

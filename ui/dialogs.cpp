@@ -1,0 +1,265 @@
+#include "ui/dialogs.h"
+
+#include "ui/input.h"
+
+#include <gdk/gdkkeysyms.h>
+#include <gtk/gtk.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace korvane
+{
+
+GtkWidget* mainwindow = nullptr;
+GtkWidget* statusbar = nullptr;
+
+// The names that file dialogs remember, each kind its own; they live until the program ends.
+// `scene` is at once the file to which a plain Save writes.
+static Block<char[]> scene;
+static Block<char[]> image;
+static Block<char[]> obj;
+static Block<char[]> png;
+static bool first = true; // no open-scene dialog has yet started in the examples
+
+struct DialogDeleter {
+    void operator()(GtkWidget* dialog) const
+    {
+        gtk_widget_destroy(dialog);
+        g_object_unref(dialog);
+    }
+};
+using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
+
+// Holds a reference beside the toolkit's: the main window may take its dialogs along while they
+// run.
+static Dialog HoldDialog(GtkWidget* dialog)
+{
+    g_object_ref(dialog);
+    return Dialog(dialog);
+}
+
+static Block<char[]> CopyText(const char* text)
+{
+    return Block<char[]>(CopyArray(text, int(std::strlen(text)) + 1));
+}
+
+// Shows a message and returns the response. The text is no format: a percent sign stays one.
+static int RunMessage(GtkMessageType type, GtkButtonsType buttons, const char* text)
+{
+    const Dialog dialog = HoldDialog(gtk_message_dialog_new(
+        GTK_WINDOW(mainwindow), GTK_DIALOG_DESTROY_WITH_PARENT, type, buttons, "%s", text));
+    return gtk_dialog_run(GTK_DIALOG(dialog.get()));
+}
+
+void ErrorDialog(const char* text)
+{
+    RunMessage(GTK_MESSAGE_ERROR, GTK_BUTTONS_CLOSE, text);
+}
+
+int QuestionDialog(const char* text)
+{
+    const int response = RunMessage(GTK_MESSAGE_QUESTION, GTK_BUTTONS_YES_NO, text);
+    return response == GTK_RESPONSE_YES ? 1 : 0;
+}
+
+static Dialog MakeModalDialog(const char* title, const char* acceptbutton)
+{
+    const auto flags = GtkDialogFlags(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT);
+    return HoldDialog(gtk_dialog_new_with_buttons(title, GTK_WINDOW(mainwindow), flags,
+                                                  GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL,
+                                                  acceptbutton, GTK_RESPONSE_OK, nullptr));
+}
+
+static GtkContainer* GetContentOf(const Dialog& dialog)
+{
+    return GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog.get())));
+}
+
+struct FileKind {
+    const char* title;
+    GtkFileChooserAction action;
+    const char* acceptbutton;
+    const char* extension;     // forced on the chosen name; null for any kind of picture
+    Block<char[]>* remembered; // the name to start beside, replaced by the chosen one
+};
+
+static const FileKind& GetFileKind(int mode)
+{
+    static const FileKind saving{"Save scene", GTK_FILE_CHOOSER_ACTION_SAVE, GTK_STOCK_SAVE, ".mrt",
+                                 &scene};
+    static const FileKind kinds[] = {
+        {"Open scene", GTK_FILE_CHOOSER_ACTION_OPEN, GTK_STOCK_OPEN, ".mrt", &scene},
+        {"Open image", GTK_FILE_CHOOSER_ACTION_OPEN, GTK_STOCK_OPEN, nullptr, &image},
+        saving,
+        saving,
+        {"Export wavefront obj", GTK_FILE_CHOOSER_ACTION_SAVE, GTK_STOCK_SAVE, ".obj", &obj},
+        {"Save image", GTK_FILE_CHOOSER_ACTION_SAVE, GTK_STOCK_SAVE, ".png", &png}};
+    return kinds[mode];
+}
+
+static void AddFilter(GtkFileChooser* chooser, const FileKind& kind)
+{
+    GtkFileFilter* filter = gtk_file_filter_new();
+    if (kind.extension == nullptr) {
+        gtk_file_filter_set_name(filter, "Images");
+        gtk_file_filter_add_pixbuf_formats(filter);
+    } else {
+        const std::string pattern = std::string("*") + kind.extension;
+        gtk_file_filter_set_name(filter, pattern.c_str());
+        gtk_file_filter_add_pattern(filter, pattern.c_str());
+    }
+    gtk_file_chooser_add_filter(chooser, filter);
+}
+
+// Starts the chooser beside the remembered file; the very first open-scene dialog without one
+// starts in the examples, and any other wherever the chooser likes.
+static void SetStartFolder(GtkFileChooser* chooser, int mode)
+{
+    const Block<char[]>& remembered = *GetFileKind(mode).remembered;
+    if (remembered != nullptr) {
+        char* folder = g_path_get_dirname(remembered.get()); // the root stays "/"
+        gtk_file_chooser_set_current_folder(chooser, folder);
+        g_free(folder);
+    } else if (mode == FILE_OPENSCENE && first) {
+        first = false;
+        gtk_file_chooser_set_current_folder(chooser, "examples");
+    }
+}
+
+// A double click or Enter on a file accepts it.
+static void ChooserSignalFromFileDialog(GtkFileChooser*, GtkDialog* dialog)
+{
+    gtk_dialog_response(dialog, GTK_RESPONSE_OK);
+}
+
+static GtkFileChooser* AddChooser(const Dialog& dialog, int mode)
+{
+    const FileKind& kind = GetFileKind(mode);
+    GtkWidget* widget = gtk_file_chooser_widget_new(kind.action);
+    GtkFileChooser* chooser = GTK_FILE_CHOOSER(widget);
+    gtk_widget_set_size_request(widget, 640, 400);
+    AddFilter(chooser, kind);
+    SetStartFolder(chooser, mode);
+    g_signal_connect(chooser, "file-activated", G_CALLBACK(ChooserSignalFromFileDialog),
+                     dialog.get());
+    gtk_container_add(GetContentOf(dialog), widget);
+    gtk_widget_show(widget);
+    return chooser;
+}
+
+// A copy of the name, with the extension unless it has it already, letter for letter.
+static Block<char[]> CopyWithExtension(const char* name, const char* extension)
+{
+    const std::string_view text = name;
+    Block<char[]> copy(NewArray<char>(int(text.size()) + 5)); // the extension and the final zero
+    text.copy(copy.get(), text.size());
+    if (extension != nullptr && !text.ends_with(extension)) {
+        std::strcpy(copy.get() + text.size(), extension);
+    }
+    return copy;
+}
+
+static Block<char[]> AskForFile(int mode)
+{
+    const FileKind& kind = GetFileKind(mode);
+    const Dialog dialog = MakeModalDialog(kind.title, kind.acceptbutton);
+    GtkFileChooser* chooser = AddChooser(dialog, mode);
+    if (gtk_dialog_run(GTK_DIALOG(dialog.get())) != GTK_RESPONSE_OK) {
+        return nullptr;
+    }
+    char* chosen = gtk_file_chooser_get_filename(chooser);
+    if (chosen == nullptr) { // nothing was selected
+        return nullptr;
+    }
+    // Deliberate: a name that is opened gets the extension too, so that "house" opens house.mrt.
+    Block<char[]> name = CopyWithExtension(chosen, kind.extension);
+    g_free(chosen);
+    *kind.remembered = CopyText(name.get());
+    return name;
+}
+
+Block<char[]> FileDialog(int mode)
+{
+    if (mode == FILE_SAVESCENE && scene != nullptr) {
+        return CopyText(scene.get());
+    }
+    Block<char[]> name = AskForFile(mode);
+    mstate = 0; // the release of a button pressed before the dialog came is lost
+    return name;
+}
+
+// Return accepts the name; every other key passes.
+static gboolean EntrySignalFromGetName(GtkWidget*, GdkEventKey* event, GtkDialog* dialog)
+{
+    if (event->keyval != GDK_KEY_Return) {
+        return FALSE;
+    }
+    gtk_dialog_response(dialog, GTK_RESPONSE_OK);
+    return TRUE;
+}
+
+static GtkEntry* AddNameEntry(const Dialog& dialog, const char* prompt, const char* text)
+{
+    GtkWidget* labels = gtk_hbox_new(TRUE, 0);
+    gtk_container_add(GTK_CONTAINER(labels), gtk_label_new(prompt));
+    gtk_container_add(GTK_CONTAINER(labels), gtk_label_new(" "));
+
+    GtkWidget* entry = gtk_entry_new();
+    gtk_entry_set_text(GTK_ENTRY(entry), text);
+    gtk_editable_select_region(GTK_EDITABLE(entry), 0, -1);
+    g_signal_connect(entry, "key-release-event", G_CALLBACK(EntrySignalFromGetName), dialog.get());
+
+    GtkWidget* box = gtk_vbox_new(FALSE, 5);
+    gtk_container_set_border_width(GTK_CONTAINER(box), 5);
+    gtk_container_add(GTK_CONTAINER(box), labels);
+    gtk_container_add(GTK_CONTAINER(box), entry);
+    gtk_container_add(GetContentOf(dialog), box);
+    gtk_widget_show_all(box);
+    return GTK_ENTRY(entry);
+}
+
+// Deliberate: as many bytes as the entry has characters, so that a name with multi-byte characters
+// is cut short. A character that is cut in two goes altogether, since the tree shows only whole
+// ones.
+static Block<char[]> GetTextOfEntry(GtkEntry* entry)
+{
+    const int count = gtk_entry_get_text_length(entry);
+    Block<char[]> name(NewArray<char>(count + 1));
+    std::memcpy(name.get(), gtk_entry_get_text(entry), std::size_t(count));
+    const char* end = nullptr;
+    g_utf8_validate(name.get(), -1, &end);
+    name[std::size_t(end - name.get())] = 0;
+    return name[0] == 0 ? nullptr : std::move(name);
+}
+
+Block<char[]> GetName(const char* title, const char* prompt, const char* text)
+{
+    const Dialog dialog = MakeModalDialog(title, GTK_STOCK_OK);
+    GtkEntry* entry = AddNameEntry(dialog, prompt, text);
+    if (gtk_dialog_run(GTK_DIALOG(dialog.get())) != GTK_RESPONSE_OK) {
+        return nullptr;
+    }
+    return GetTextOfEntry(entry);
+}
+
+void PrintStatusBar(const char* text)
+{
+    static bool c = true; // no message has been shown yet
+    static guint id = 0;
+    if (statusbar == nullptr) { // before the window there is nobody to tell
+        return;
+    }
+    GtkStatusbar* bar = GTK_STATUSBAR(statusbar);
+    if (c) {
+        id = gtk_statusbar_get_context_id(bar, "Statusbar");
+        gtk_statusbar_push(bar, id, " ");
+        c = false;
+    }
+    gtk_statusbar_pop(bar, id);
+    gtk_statusbar_push(bar, id, text);
+}
+
+} // namespace korvane
