@@ -1,6 +1,7 @@
 // What drawing and rounding need to know of a shape: triangle normals, the table of edges, shading
-// normals, centre and radius; and small numeric functions used all over the program. Sums and products
-// are computed in double and stored as float. A triangle a, b, c faces along (b - a) x (c - a).
+// normals, centre and radius; and small numeric functions used all over the program. Sums and
+// products are computed in double and stored as float. A triangle a, b, c faces along (b - a) x (c
+// - a).
 #pragma once
 
 #include "scene/arrays.h"
@@ -11,8 +12,8 @@ namespace korvane
 struct Shape;
 struct Triangle;
 
-// A plane solved for its dominant coordinate r (0 x, 1 y, 2 z): r = a f + b s + c, where (r, f, s) is
-// (x, y, z), (y, z, x) or (z, x, y).
+// A plane solved for its dominant coordinate r (0 x, 1 y, 2 z): r = a f + b s + c, where (r, f, s)
+// is (x, y, z), (y, z, x) or (z, x, y).
 struct Plane {
     int axis;
     float a, b, c;
@@ -20,8 +21,8 @@ struct Plane {
     float normal[3]; // unit length, except where a degenerate polygon has none
 };
 
-// Rebuilds trianglenormals, edges, normals and the normal indices of every triangle; frees what they
-// held before. Needs points, vertexes, stripes, triangles and the sides' triangle runs.
+// Rebuilds trianglenormals, edges, normals and the normal indices of every triangle; frees what
+// they held before. Needs points, vertexes, stripes, triangles and the sides' triangle runs.
 void SetNormalsOfShape(Shape* shape);
 
 // Recomputes trianglenormals in place. A degenerate triangle gets its raw cross product here and
@@ -40,9 +41,14 @@ Block<float[]> GetNormalOfTriangle(const Triangle* triangle);
 // The plane of a triangle, through the mean of its corners.
 Block<Plane> GetPlaneOfTriangle(const Triangle* triangle);
 
-// The plane through `center` with `normal`, solved for the coordinate with the largest squared normal
-// component; of equal ones z wins, then y.
+// The plane through `center` with `normal`, solved for the coordinate with the largest squared
+// normal component; of equal ones z wins, then y, but z never when it is zero.
 Plane SolvePlane(const float* center, const float* normal);
+
+// Moves a point along the plane's normal into the plane and turns the plane until the normal points
+// along r, which then drops out. Stores the two coordinates that are left, counted from the plane's
+// center. Returns how far along the normal the point lay from the plane.
+double LayFlat(const Plane& plane, const float* point, float* flat);
 
 double GetDistanceOfTwoPoints(const float* a, const float* b);
 double GetDistanceOfTwoPointsIn2d(const float* a, const float* b); // of the first two coordinates
@@ -50,8 +56,9 @@ double GetDistanceOfTwoPointsIn2d(const float* a, const float* b); // of the fir
 // The angle between two vectors in radians, 0..pi; 1.0 when one of them is zero.
 double GetAlfaOfTwoVectors(const float* a, const float* b);
 
-// The distance from a point to a triangle of a shape, with a bias of a millionth of the angle at which
-// the triangle sees the point: of two triangles at the same distance the one that faces it is nearer.
+// The distance from a point to a triangle of a shape, with a bias of a millionth of the angle at
+// which the triangle sees the point: of two triangles at the same distance the one that faces it is
+// nearer.
 double GetDistancePointTriangle(const float* p, const Triangle* triangle);
 
 // 1 when x is not a number, else 0.

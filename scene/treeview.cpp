@@ -16,6 +16,12 @@ GdkPixbuf* pbfolderc = nullptr;
 GdkPixbuf* pbfoldero = nullptr;
 GdkPixbuf* pbside = nullptr;
 GdkPixbuf* pbshape = nullptr;
+GtkWidget* treemenu = nullptr;
+GtkWidget* menucopys = nullptr;
+GtkWidget* menupastes = nullptr;
+GtkWidget* menurename = nullptr;
+GtkWidget* menudels = nullptr;
+GtkWidget* menucolor = nullptr;
 GtkTreeIter* movediter = nullptr;
 
 void MakeTree()

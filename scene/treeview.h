@@ -25,12 +25,20 @@ struct TreeIter {
 // Columns of `store`.
 enum StoreColumn { COLUMN_ICON = 0, COLUMN_NAME = 1, COLUMN_NODE = 2 };
 
-extern GtkWidget* treeview;    // the tree view; filled by GetMainWindow
-extern GtkTreeStore* store;    // its rows
-extern GdkPixbuf* pbfolderc;   // icon of a closed folder; null when the file is missing
-extern GdkPixbuf* pbfoldero;   // icon of an open folder
-extern GdkPixbuf* pbside;      // icon of a one-sided shape
-extern GdkPixbuf* pbshape;     // icon of any other shape
+extern GtkWidget* treeview;  // the tree view; filled by GetMainWindow
+extern GtkTreeStore* store;  // its rows
+extern GdkPixbuf* pbfolderc; // icon of a closed folder; null when the file is missing
+extern GdkPixbuf* pbfoldero; // icon of an open folder
+extern GdkPixbuf* pbside;    // icon of a one-sided shape
+extern GdkPixbuf* pbshape;   // icon of any other shape
+
+extern GtkWidget* treemenu;  // the tree's context menu and those of its items that depend on the
+extern GtkWidget* menucopys; // selection; filled by GetMainWindow
+extern GtkWidget* menupastes;
+extern GtkWidget* menurename;
+extern GtkWidget* menudels;
+extern GtkWidget* menucolor;
+
 extern GtkTreeIter* movediter; // owned; the row that a drag has just inserted; null when none
 
 // Makes the root node and the empty store. Call it once, before anything is loaded.
