@@ -13,6 +13,10 @@ namespace korvane
 struct Shape;
 
 struct SceneText {
+    explicit SceneText(FILE* target) : file(target)
+    {
+    }
+
     FILE* file;           // borrowed
     std::size_t used = 0; // bytes of buffer that wait to be written
     std::array<char, 65536> buffer;
