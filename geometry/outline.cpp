@@ -12,8 +12,8 @@ namespace korvane
 {
 
 static constexpr float infinity = std::numeric_limits<float>::infinity();
-static constexpr Box nowhere = {{infinity, infinity}, {-infinity, -infinity}};
-static constexpr Box everywhere = {{-infinity, -infinity}, {infinity, infinity}};
+static constexpr FlatBox nowhere = {{infinity, infinity}, {-infinity, -infinity}};
+static constexpr FlatBox everywhere = {{-infinity, -infinity}, {infinity, infinity}};
 
 Outline MakeOutline(int cornernumber)
 {
@@ -21,7 +21,7 @@ Outline MakeOutline(int cornernumber)
     outline.first = 0;
     outline.corners.resize(std::size_t(cornernumber));
     for (int i = 0; i < cornernumber; i++) {
-        Corner& corner = GetCorner(outline, i);
+        OutlineCorner& corner = GetCorner(outline, i);
         corner.previous = i == 0 ? cornernumber - 1 : i - 1;
         corner.next = i + 1 == cornernumber ? 0 : i + 1;
         corner.blocker = noone;
@@ -34,12 +34,12 @@ Outline MakeOutline(int cornernumber)
 
 // The box round three points. What lies outside it is outside their triangle by the first rule of
 // InTheTriangle2d. Coordinates that are not numbers do not obey that rule.
-static Box GetBox(const float* a, const float* b, const float* c)
+static FlatBox GetBox(const float* a, const float* b, const float* c)
 {
     if (std::isnan(a[0] + b[0] + c[0] + a[1] + b[1] + c[1])) {
         return everywhere;
     }
-    Box box;
+    FlatBox box;
     for (int i = 0; i < 2; i++) {
         box.low[i] = std::min({a[i], b[i], c[i]});
         box.high[i] = std::max({a[i], b[i], c[i]});
@@ -48,7 +48,7 @@ static Box GetBox(const float* a, const float* b, const float* c)
 }
 
 // What is nowhere is apart even from everywhere.
-static bool AreApart(const Box& a, const Box& b)
+static bool AreApart(const FlatBox& a, const FlatBox& b)
 {
     return a.low[0] > b.high[0] || b.low[0] > a.high[0] || a.low[1] > b.high[1] ||
            b.low[1] > a.high[1] || a.low[0] > a.high[0];
@@ -56,26 +56,27 @@ static bool AreApart(const Box& a, const Box& b)
 
 static void JoinNodes(Outline& outline, int index)
 {
-    const Node& left = outline.nodes[std::size_t(2 * index)];
-    const Node& right = outline.nodes[std::size_t(2 * index + 1)];
-    Node& node = outline.nodes[std::size_t(index)];
+    const OutlineNode& left = outline.nodes[std::size_t(2 * index)];
+    const OutlineNode& right = outline.nodes[std::size_t(2 * index + 1)];
+    OutlineNode& node = outline.nodes[std::size_t(index)];
     for (int i = 0; i < 2; i++) {
         node.box.low[i] = std::min(left.box.low[i], right.box.low[i]);
         node.box.high[i] = std::max(left.box.high[i], right.box.high[i]);
     }
-    const Node& smaller = right.angle < left.angle ? right : left; // the first of equal ears stays
+    const OutlineNode& smaller =
+        right.angle < left.angle ? right : left; // the first of equal ears stays
     node.angle = smaller.angle;
     node.ear = smaller.ear;
 }
 
-static Node& GetLeaf(Outline& outline, int index)
+static OutlineNode& GetLeaf(Outline& outline, int index)
 {
     return outline.nodes[std::size_t(outline.leaves + index)];
 }
 
 static void SetLeaf(Outline& outline, int index)
 {
-    const Corner& corner = GetCorner(outline, index);
+    const OutlineCorner& corner = GetCorner(outline, index);
     GetLeaf(outline, index) = {GetBox(corner.flat, corner.flat, corner.flat), corner.angle, index};
 }
 
@@ -103,7 +104,7 @@ void PlantTree(Outline& outline)
     for (int i = outline.leaves - 1; i > 0; i--) {
         JoinNodes(outline, i);
     }
-    const Box& box = outline.nodes[1].box;
+    const FlatBox& box = outline.nodes[1].box;
     const double reach = std::max({std::fabs(box.low[0]), std::fabs(box.low[1]),
                                    std::fabs(box.high[0]), std::fabs(box.high[1])});
     constexpr double rounding = 1e-12; // some thousand times that of the products in an area
@@ -125,7 +126,7 @@ void HideCorner(Outline& outline, int index)
 
 void RemoveCorner(Outline& outline, int index)
 {
-    const Corner& corner = GetCorner(outline, index);
+    const OutlineCorner& corner = GetCorner(outline, index);
     GetCorner(outline, corner.previous).next = corner.next;
     GetCorner(outline, corner.next).previous = corner.previous;
     if (index == outline.first) {
@@ -138,7 +139,7 @@ void RemoveCorner(Outline& outline, int index)
 }
 
 // One side of a triangle as a x + b y + c, which is not negative on the side of the triangle.
-struct Line {
+struct FlatLine {
     double a, b, c;
 };
 
@@ -147,14 +148,14 @@ struct EarTriangle {
     const float* previous;
     const float* own;
     const float* next;
-    Box box;
-    std::array<Line, 3> lines;
+    FlatBox box;
+    std::array<FlatLine, 3> lines;
 };
 
-static Line GetLine(const float* a, const float* b, const float* opposite)
+static FlatLine GetLine(const float* a, const float* b, const float* opposite)
 {
-    Line line = {double(a[1]) - b[1], double(b[0]) - a[0],
-                 double(b[1]) * a[0] - double(a[1]) * b[0]};
+    FlatLine line = {double(a[1]) - b[1], double(b[0]) - a[0],
+                     double(b[1]) * a[0] - double(a[1]) * b[0]};
     const double side = GetOrientation2d(a, b, opposite);
     const double sign = side > 0 ? 1 : side < 0 ? -1 : 0;
     return {sign * line.a, sign * line.b, sign * line.c};
@@ -162,14 +163,14 @@ static Line GetLine(const float* a, const float* b, const float* opposite)
 
 // Whether all of a box lies beyond a line, by more than the margin, so that the rounding of the
 // exact test could not find a point of it in the triangle.
-static bool IsBeyond(const Line& line, const Box& box, double margin)
+static bool IsBeyond(const FlatLine& line, const FlatBox& box, double margin)
 {
     const double x = line.a > 0 ? box.high[0] : box.low[0];
     const double y = line.b > 0 ? box.high[1] : box.low[1];
     return line.a * x + line.b * y + line.c < -margin;
 }
 
-static EarTriangle MakeEarTriangle(const Outline& outline, const Corner& corner)
+static EarTriangle MakeEarTriangle(const Outline& outline, const OutlineCorner& corner)
 {
     const float* a = GetCorner(outline, corner.previous).flat;
     const float* b = corner.flat;
@@ -180,7 +181,7 @@ static EarTriangle MakeEarTriangle(const Outline& outline, const Corner& corner)
 // A corner under the node that lies in the triangle, or noone.
 static int SearchNode(const Outline& outline, const EarTriangle& ear, int index)
 {
-    const Box& box = outline.nodes[std::size_t(index)].box;
+    const FlatBox& box = outline.nodes[std::size_t(index)].box;
     if (AreApart(box, ear.box)) {
         return noone;
     }
@@ -189,7 +190,7 @@ static int SearchNode(const Outline& outline, const EarTriangle& ear, int index)
         const float* flat = GetCorner(outline, corner).flat;
         return InTheTriangle2d(flat, ear.previous, ear.own, ear.next) != 0 ? corner : noone;
     }
-    for (const Line& line : ear.lines) {
+    for (const FlatLine& line : ear.lines) {
         if (IsBeyond(line, box, outline.margin)) {
             return noone;
         }
@@ -219,7 +220,7 @@ static int SearchRange(const Outline& outline, const EarTriangle& ear, int from,
 
 int FindBlocker(const Outline& outline, int index)
 {
-    const Corner& corner = GetCorner(outline, index);
+    const OutlineCorner& corner = GetCorner(outline, index);
     const EarTriangle ear = MakeEarTriangle(outline, corner);
     if (corner.next < corner.previous) { // between them lies the end of the outline
         return SearchRange(outline, ear, corner.next + 1, corner.previous);

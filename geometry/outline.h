@@ -12,7 +12,7 @@ namespace korvane
 
 constexpr int noone = -1; // in the place of a position: none
 
-struct Corner {
+struct OutlineCorner {
     float flat[2];
     float angle;   // inside the outline
     double length; // of the edge to the next corner
@@ -25,15 +25,15 @@ struct Corner {
 };
 
 // A rectangle of the flat side.
-struct Box {
+struct FlatBox {
     float low[2];
     float high[2];
 };
 
 // Some neighbouring positions: the box round the corners that are left of them, and the one with
 // the smallest angle that may be an ear.
-struct Node {
-    Box box;
+struct OutlineNode {
+    FlatBox box;
     float angle; // of that corner, infinite without one
     int ear;     // its position, noone when none of them can be an ear
 };
@@ -42,18 +42,18 @@ struct Node {
 // `leaves` + k is corner k alone.
 struct Outline {
     int first; // the first corner that is left
-    std::vector<Corner> corners;
+    std::vector<OutlineCorner> corners;
     int leaves; // a power of two
-    std::vector<Node> nodes;
+    std::vector<OutlineNode> nodes;
     double margin; // how far beyond a line is certainly beyond it; see FindBlocker
 };
 
-inline Corner& GetCorner(Outline& outline, int index)
+inline OutlineCorner& GetCorner(Outline& outline, int index)
 {
     return outline.corners[std::size_t(index)];
 }
 
-inline const Corner& GetCorner(const Outline& outline, int index)
+inline const OutlineCorner& GetCorner(const Outline& outline, int index)
 {
     return outline.corners[std::size_t(index)];
 }

@@ -66,12 +66,12 @@ static Outline FlattenSide(const Side* side, const FlatPlane& plane)
 
 static void MeasureAngles(Outline& outline)
 {
-    for (Corner& corner : outline.corners) {
+    for (OutlineCorner& corner : outline.corners) {
         corner.length = GetLength2d(corner.flat, GetCorner(outline, corner.next).flat);
     }
-    for (Corner& corner : outline.corners) {
-        const Corner& previous = GetCorner(outline, corner.previous);
-        const Corner& next = GetCorner(outline, corner.next);
+    for (OutlineCorner& corner : outline.corners) {
+        const OutlineCorner& previous = GetCorner(outline, corner.previous);
+        const OutlineCorner& next = GetCorner(outline, corner.next);
         const double alfa = GetAlfaOfTriangle(previous.length, corner.length,
                                               GetLength2d(previous.flat, next.flat));
         const bool turnsleft = GetOrientation2d(previous.flat, corner.flat, next.flat) > 0;
@@ -82,11 +82,11 @@ static void MeasureAngles(Outline& outline)
 static void TurnAnglesInside(Outline& outline)
 {
     float sum = 0;
-    for (const Corner& corner : outline.corners) {
+    for (const OutlineCorner& corner : outline.corners) {
         sum += corner.angle;
     }
     if (sum > double(outline.corners.size()) * fullturn - sum) {
-        for (Corner& corner : outline.corners) {
+        for (OutlineCorner& corner : outline.corners) {
             corner.angle = float(fullturn - corner.angle);
         }
     }
@@ -94,7 +94,7 @@ static void TurnAnglesInside(Outline& outline)
 
 static void Wait(Outline& outline, int index, int blocker)
 {
-    Corner& corner = GetCorner(outline, index);
+    OutlineCorner& corner = GetCorner(outline, index);
     int& first = GetCorner(outline, blocker).waiting;
     corner.blocker = blocker;
     corner.before = noone;
@@ -107,7 +107,7 @@ static void Wait(Outline& outline, int index, int blocker)
 
 static void StopWaiting(Outline& outline, int index)
 {
-    Corner& corner = GetCorner(outline, index);
+    OutlineCorner& corner = GetCorner(outline, index);
     if (corner.blocker == noone) {
         return;
     }
@@ -153,14 +153,14 @@ static void WriteTriangle(Side* side, int first, int k, const Positions& positio
 
 static Positions GetTriangleOfCorner(const Outline& outline, int index)
 {
-    const Corner& corner = GetCorner(outline, index);
+    const OutlineCorner& corner = GetCorner(outline, index);
     return {corner.previous, index, corner.next};
 }
 
 // What a cut ear blocked may be an ear now, and so may its neighbours.
 static void FreeWaiting(Outline& outline, int ear)
 {
-    const Corner& corner = GetCorner(outline, ear);
+    const OutlineCorner& corner = GetCorner(outline, ear);
     StopWaiting(outline, ear);
     StopWaiting(outline, corner.previous);
     StopWaiting(outline, corner.next);
@@ -173,9 +173,9 @@ static void FreeWaiting(Outline& outline, int ear)
 
 static void ClipEar(Outline& outline, int ear)
 {
-    const Corner& corner = GetCorner(outline, ear);
-    Corner& previous = GetCorner(outline, corner.previous);
-    Corner& next = GetCorner(outline, corner.next);
+    const OutlineCorner& corner = GetCorner(outline, ear);
+    OutlineCorner& previous = GetCorner(outline, corner.previous);
+    OutlineCorner& next = GetCorner(outline, corner.next);
     const double cut = GetLength2d(previous.flat, next.flat);
     previous.angle = float(previous.angle - GetAlfaOfTriangle(previous.length, cut, corner.length));
     next.angle = float(next.angle - GetAlfaOfTriangle(cut, corner.length, previous.length));
