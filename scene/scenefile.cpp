@@ -134,21 +134,21 @@ static std::string GetPathForFile(int node)
 
 void FolderSave(FILE* file, int node, int depth)
 {
-    SceneText text{file};
+    SceneText text(file);
     WriteFolders(text, node, depth);
     FlushText(text);
 }
 
 void ShapeSave(FILE* file, int node)
 {
-    SceneText text{file};
+    SceneText text(file);
     WriteShapes(text, node, GetPathForFile(node));
     FlushText(text);
 }
 
 static void WriteScene(FILE* file)
 {
-    SceneText text{file};
+    SceneText text(file);
     WriteHeader(text, shapenumber);
     FlushText(text);
     FolderSave(file, 0, 1);

@@ -13,9 +13,13 @@ namespace korvane
 struct Shape;
 
 struct SceneText {
-    FILE* file;           // borrowed
-    std::size_t used = 0; // bytes of buffer that wait to be written
-    std::array<char, 65536> buffer;
+    explicit SceneText(FILE* target) : file(target)
+    {
+    }
+
+    FILE* file;                     // borrowed
+    std::size_t used = 0;           // bytes of buffer that wait to be written
+    std::array<char, 65536> buffer; // unfilled from used on
 };
 
 void FlushText(SceneText& text); // hands what is buffered to the file
