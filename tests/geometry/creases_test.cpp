@@ -19,10 +19,10 @@ using Indices = std::vector<int>;
 using Pair = std::array<int, 2>;
 
 constexpr int plain = 0;
-constexpr int vertex = POINT_VERTEX;
-constexpr int border = POINT_CREASE;
-constexpr int crease = POINT_VERTEX | POINT_CREASE;
-constexpr int corner = POINT_VERTEX | POINT_CORNER;
+constexpr int vertex = FLAG_VERTEX;
+constexpr int border = FLAG_CREASE;
+constexpr int crease = FLAG_VERTEX | FLAG_CREASE;
+constexpr int corner = FLAG_VERTEX | FLAG_CORNER;
 
 static Indices FlagsOf(const Creases& creases)
 {

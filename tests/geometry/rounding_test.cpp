@@ -122,17 +122,16 @@ static OwnedShape Octahedron()
 
 static std::vector<OwnedShape> AllShapes()
 {
-    std::vector<OwnedShape> shapes;
-    shapes.push_back(testing::FlatTriangle());
-    shapes.push_back(testing::Square());
-    shapes.push_back(testing::ConcaveL());
-    shapes.push_back(testing::Star());
-    shapes.push_back(testing::Tetrahedron());
-    shapes.push_back(testing::Cube());
-    shapes.push_back(testing::TrianglePrism());
-    shapes.push_back(testing::Pyramid());
-    shapes.push_back(HingedSquare());
-    return shapes;
+    std::vector<OwnedShape> all;
+    all.push_back(testing::FlatTriangle());
+    all.push_back(testing::Square());
+    all.push_back(testing::ConcaveL());
+    all.push_back(testing::Star());
+    all.push_back(testing::Tetrahedron());
+    all.push_back(testing::Cube());
+    all.push_back(testing::TrianglePrism());
+    all.push_back(testing::Pyramid());
+    return all;
 }
 
 TEST(RoundShape, MakesNinePartsOfATriangleInTheirOrder)
@@ -209,14 +208,23 @@ TEST(RoundShape, SmoothsAnOpenShapeByItsFacePoints)
     // (6, 30). Edge points: (P' + both faces) / 3, on the border twice the one face.
     const OwnedShape round = Round(HingedSquare());
     const std::vector<Point> points = {
-        {12, 12, 0},              // (3 * 9 + 19 + 15 + 11) / 6
-        {28, 8, 0},               // (2 * 30 + 26 + 26) / 4, (2 * 6 + 10 + 10) / 4
-        {24, 24, 0},              // (3 * 27 + 25 + 21 + 17) / 6
-        {8, 28, 0},  {23, 13, 0}, // (6 * 24 + 19 + 26 + 26 + 25 + 21 + 15) / 12, (6 * 12 + 84) / 12
-        {13, 23, 0}, {19, 11, 0}, // (9 + 24 + 24) / 3, (9 + 12 + 12) / 3
-        {26, 10, 0}, {26, 10, 0}, {25, 17, 0}, {21, 21, 0}, // (27 + 24 + 12) / 3: the diagonal,
-                                                            // between both faces
-        {15, 15, 0}, {17, 25, 0}, {10, 26, 0}, {10, 26, 0}, {11, 19, 0}};
+        {12, 12, 0}, // (3 * 9 + 19 + 15 + 11) / 6
+        {28, 8, 0},  // (2 * 30 + 26 + 26) / 4, (2 * 6 + 10 + 10) / 4
+        {24, 24, 0}, // (3 * 27 + 25 + 21 + 17) / 6
+        {8, 28, 0},
+        {23, 13, 0}, // (6 * 24 + 19 + 26 + 26 + 25 + 21 + 15) / 12, (6 * 12 + 84) / 12
+        {13, 23, 0},
+        {19, 11, 0}, // (9 + 24 + 24) / 3, (9 + 12 + 12) / 3
+        {26, 10, 0},
+        {26, 10, 0},
+        {25, 17, 0},
+        {21, 21, 0}, // (27 + 24 + 12) / 3: the diagonal,
+                     // between both faces
+        {15, 15, 0},
+        {17, 25, 0},
+        {10, 26, 0},
+        {10, 26, 0},
+        {11, 19, 0}};
     EXPECT_EQ(PointsOf(round), points);
 }
 
@@ -297,9 +305,10 @@ TEST(RoundShape, KeepsADiagonalBetweenTwoMarksStraight)
     EXPECT_EQ(PointOf(round, 1), Point({3, -3, -3}));
     EXPECT_EQ(PointOf(round, 3), Point({-3, 3, -3}));
     const Edge* end = shape->edges + shape->edgenumber;
-    const Edge* diagonal = std::find_if(shape->edges, end, [](const Edge& edge) {
-        return edge.points[0] + edge.points[1] == 4 && edge.points[0] * edge.points[1] == 3;
-    });
+    const Edge* diagonal =
+        std::find_if(static_cast<const Edge*>(shape->edges), end, [](const Edge& edge) {
+            return edge.points[0] + edge.points[1] == 4 && edge.points[0] * edge.points[1] == 3;
+        });
     ASSERT_NE(diagonal, end);
     const int near = 8 + 12 + 2 * int(diagonal - shape->edges) + (diagonal->points[0] == 1 ? 0 : 1);
     EXPECT_EQ(PointOf(round, near), Point({1, -1, -3})); // a third of the way from 1 to 3
