@@ -129,12 +129,9 @@ void GlWindow::Run(const std::function<void()>& work) const
     gdk_gl_drawable_gl_end(drawable);
 }
 
-static Picture ReadBuffer(GLenum buffer)
+static Picture MakePicture()
 {
-    Picture picture{width, height, std::vector<unsigned char>(std::size_t(width * height) * 4)};
-    glReadBuffer(buffer);
-    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
-    return picture;
+    return {width, height, std::vector<unsigned char>(std::size_t(width * height) * 4)};
 }
 
 Picture GlWindow::Draw(const std::function<void()>& draw) const
@@ -144,7 +141,8 @@ Picture GlWindow::Draw(const std::function<void()>& draw) const
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         draw();
         EXPECT_STREQ(FindStateFault(), nullptr);
-        picture = ReadBuffer(GL_BACK);
+        picture = MakePicture();
+        glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
     });
     return picture;
 }
@@ -154,11 +152,21 @@ Picture GlWindow::DrawScene() const
     return Draw([] { SceneDraw(&mainview); });
 }
 
+// From the X server: OpenGL need not know what the window shows.
 Picture GlWindow::ReadWindow() const
 {
     HandleEvents();
-    Picture picture{};
-    Run([&] { picture = ReadBuffer(GL_FRONT); });
+    GdkPixbuf* shown = gdk_pixbuf_get_from_drawable(nullptr, gtk_widget_get_window(area), nullptr,
+                                                    0, 0, 0, 0, width, height);
+    const int rowstride = gdk_pixbuf_get_rowstride(shown);
+    Picture picture = MakePicture();
+    for (int y = 0; y < height; y++) {
+        const unsigned char* row = gdk_pixbuf_get_pixels(shown) + (height - 1 - y) * rowstride;
+        for (int x = 0; x < width; x++) {
+            std::copy_n(row + x * 3, 3, &picture.pixels[std::size_t(y * width + x) * 4]);
+        }
+    }
+    g_object_unref(shown);
     return picture;
 }
 
