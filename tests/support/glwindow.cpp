@@ -9,7 +9,7 @@
 #include "view/frameloop.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
-#include "view/navigation.h"
+#include "view/cameraflight.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 
