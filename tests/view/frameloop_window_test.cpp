@@ -4,7 +4,7 @@
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
 #include "view/mainview.h"
-#include "view/navigation.h"
+#include "view/cameraflight.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
