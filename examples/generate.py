@@ -7,9 +7,10 @@ usage: generate.py [scene ...]     without a name, all of them
 import sys
 from pathlib import Path
 
-from generator import light, mathematics, places, tabletop
+from generator import light, mathematics, places, stilllife, tabletop
 
 SCENES = {
+    "showcase": stilllife.showcase,
     "platonic": mathematics.platonic,
     "archimedean": mathematics.archimedean,
     "knot": mathematics.knot,

@@ -67,7 +67,7 @@ def pool(outline, level, colour):
 
 
 def crystal(colour, size):
-    """A clear six-sided crystal, its sides in the order in which they blend when seen from z."""
+    """A clear six-sided crystal."""
     rows = [Row(0, 0), Row(0.3, 0.32), Row(0.3, 0.75), Row(0, 1.1)]
     body = lathe(rows, 6, arcs=6).crisp().scaled(size).painted(glass(colour, 0.45, 0.45), visibility=BOTH)
     return body.turned("z", 7).turned("y", 20)
@@ -110,7 +110,7 @@ def stained_glass():
         ("green", "2fbf71", 0.425, 0.13, 0.115),
         ("rose", "f0508a", 0.36, 0.2, 0.098),
     ):
-        scene.add(f"crystals/{name}", crystal(colour, size).moved(x, 0.0, z).back_to_front())
+        scene.add(f"crystals/{name}", crystal(colour, size).moved(x, 0.0, z))
     return scene.turned("x", 24).moved(-0.13, -0.2, -0.1)
 
 

@@ -218,7 +218,7 @@ def tower():
 def lamp(scene):
     prism = extruded(circle(0.042, 6), 0.062).crisp().turned("x", -90).moved(0, 0.452, 0)
     clear = glass("cfe8f2", 0.28)
-    scene.add("lighthouse/lamp/glass", prism.painted(clear).back_to_front())
+    scene.add("lighthouse/lamp/glass", prism.painted(clear))
     light = Paint((1, 0.98, 0.75), (1, 0.8, 0.25), 0.8)
     scene.add("lighthouse/lamp/light", octahedron().scaled(0.042).painted(light).moved(0, 0.455, 0))
     rows = [Row(0.06, 0.482, True), *soft_rows((0.036, 0.512), (0, 0.57))]
