@@ -11,19 +11,19 @@ struct EndNeighbours {
     std::array<int, 2> points; // the first two, in stripe order
 };
 
-static void SetFlag(Creases& creases, int point, PointFlag flag)
+static void SetFlag(Creases& creases, int point, CreaseFlag flag)
 {
     creases.flags[point] = static_cast<unsigned char>(creases.flags[point] | flag);
 }
 
 static bool IsVertex(const Creases& creases, int point)
 {
-    return (creases.flags[point] & POINT_VERTEX) != 0;
+    return (creases.flags[point] & FLAG_VERTEX) != 0;
 }
 
 static void SetCrease(Creases& creases, int point, int neighbour1, int neighbour2)
 {
-    SetFlag(creases, point, POINT_CREASE);
+    SetFlag(creases, point, FLAG_CREASE);
     creases.neighbours[point] = {neighbour1, neighbour2};
 }
 
@@ -80,7 +80,7 @@ static void ClassifyInside(Creases& creases, const Stripe& stripe)
         if (IsVertex(creases, before) && IsVertex(creases, after)) {
             SetCrease(creases, stripe.points[k], before, after);
         } else {
-            SetFlag(creases, stripe.points[k], POINT_CORNER);
+            SetFlag(creases, stripe.points[k], FLAG_CORNER);
         }
     }
 }
@@ -90,7 +90,7 @@ static void ClassifyEnd(Creases& creases, int point, const EndNeighbours& end)
     if (end.found == 2) {
         SetCrease(creases, point, end.points[0], end.points[1]);
     } else {
-        SetFlag(creases, point, POINT_CORNER);
+        SetFlag(creases, point, FLAG_CORNER);
     }
 }
 
@@ -104,11 +104,11 @@ static void ClassifyStripes(Creases& creases, const Shape* shape)
         // The border crease has flagged every point of a one-sided shape: its first is judged all
         // the same.
         const int first = stripe.points[0];
-        if (IsVertex(creases, first) && (onesided || creases.flags[first] == POINT_VERTEX)) {
+        if (IsVertex(creases, first) && (onesided || creases.flags[first] == FLAG_VERTEX)) {
             ClassifyEnd(creases, first, ends[first]);
         }
         const int last = stripe.points[stripe.pointnumber - 1];
-        if (creases.flags[last] == POINT_VERTEX) {
+        if (creases.flags[last] == FLAG_VERTEX) {
             ClassifyEnd(creases, last, ends[last]);
         }
     }
@@ -120,7 +120,7 @@ Creases GetCreases(const Shape* shape)
     creases.flags.resize(shape->pointnumber);
     creases.neighbours.resize(shape->pointnumber);
     for (int i = 0; i < shape->vertexnumber; i++) {
-        SetFlag(creases, shape->vertexes[i], POINT_VERTEX);
+        SetFlag(creases, shape->vertexes[i], FLAG_VERTEX);
     }
     if (const Stripe* border = GetBorder(shape)) {
         SetBorderCrease(creases, *border);
@@ -139,7 +139,7 @@ void ClearBorderCrease(Creases& creases, const Shape* shape)
     }
     for (int k = 0; k < border->pointnumber; k++) {
         unsigned char& flags = creases.flags[border->points[k]];
-        flags = static_cast<unsigned char>(flags & ~POINT_CREASE);
+        flags = static_cast<unsigned char>(flags & ~FLAG_CREASE);
     }
 }
 

@@ -11,15 +11,15 @@ namespace korvane
 struct Shape;
 
 // The flags of a point. A point without any belongs to the smooth surface.
-enum PointFlag : unsigned char {
-    POINT_VERTEX = 1, // marked by the user
-    POINT_CREASE = 2, // smoothed along the line of its two neighbours
-    POINT_CORNER = 4  // stays where it is, whatever else it has
+enum CreaseFlag : unsigned char {
+    FLAG_VERTEX = 1, // marked by the user
+    FLAG_CREASE = 2, // smoothed along the line of its two neighbours
+    FLAG_CORNER = 4  // stays where it is, whatever else it has
 };
 
 // One entry of each table per point of the shape.
 struct Creases {
-    std::vector<unsigned char> flags;           // bits of PointFlag
+    std::vector<unsigned char> flags;           // bits of CreaseFlag
     std::vector<std::array<int, 2>> neighbours; // of a crease point; otherwise point 0 twice
 };
 
@@ -27,7 +27,7 @@ struct Creases {
 // one-sided shape is a crease even where nobody marked it.
 Creases GetCreases(const Shape* shape);
 
-// Takes POINT_CREASE from the border of a one-sided shape again, so that of the border only what
+// Takes FLAG_CREASE from the border of a one-sided shape again, so that of the border only what
 // the user marked keeps a flag. Other shapes keep all.
 void ClearBorderCrease(Creases& creases, const Shape* shape);
 

@@ -8,4 +8,6 @@ float (*rotated)[3] = nullptr;
 int newpointnumber = 0;
 char newsign = 0;
 
+GtkWidget* toolbutton_news = nullptr;
+
 } // namespace korvane

@@ -112,7 +112,7 @@ static void MovePoints(Rounding& work)
             continue;
         }
         work.sums[p] = PointSum{};
-        if ((flags & POINT_CORNER) != 0) {
+        if ((flags & FLAG_CORNER) != 0) {
             KeepPoint(moved, point);
         } else {
             // Deliberate: a vertex through which no stripe runs has point 0 for both neighbours.

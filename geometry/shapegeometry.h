@@ -1,8 +1,11 @@
 // What drawing and rounding need to know of a shape: triangle normals, the table of edges, shading
-// normals, centre and radius; and small numeric functions used all over the program. Sums and products
-// are computed in double and stored as float. A triangle a, b, c faces along (b - a) x (c - a).
+// normals, centre and radius; and small numeric functions used all over the program. Sums and
+// products are computed in double and stored as float. A triangle a, b, c faces along (b - a) x (c
+// - a).
 #pragma once
 
+#include "geometry/normals.h" // part of what is told of shapes here
+#include "geometry/plane.h"
 #include "scene/arrays.h"
 
 namespace korvane
@@ -10,19 +13,6 @@ namespace korvane
 
 struct Shape;
 struct Triangle;
-
-// A plane solved for its dominant coordinate r (0 x, 1 y, 2 z): r = a f + b s + c, where (r, f, s) is
-// (x, y, z), (y, z, x) or (z, x, y).
-struct Plane {
-    int axis;
-    float a, b, c;
-    float center[3]; // the point through which it runs
-    float normal[3]; // unit length, except where a degenerate polygon has none
-};
-
-// Rebuilds trianglenormals, edges, normals and the normal indices of every triangle; frees what they
-// held before. Needs points, vertexes, stripes, triangles and the sides' triangle runs.
-void SetNormalsOfShape(Shape* shape);
 
 // Recomputes trianglenormals in place. A degenerate triangle gets its raw cross product here and
 // (1, 0, 0) from SetNormalsOfShape.
@@ -40,18 +30,15 @@ Block<float[]> GetNormalOfTriangle(const Triangle* triangle);
 // The plane of a triangle, through the mean of its corners.
 Block<Plane> GetPlaneOfTriangle(const Triangle* triangle);
 
-// The plane through `center` with `normal`, solved for the coordinate with the largest squared normal
-// component; of equal ones z wins, then y.
-Plane SolvePlane(const float* center, const float* normal);
-
 double GetDistanceOfTwoPoints(const float* a, const float* b);
 double GetDistanceOfTwoPointsIn2d(const float* a, const float* b); // of the first two coordinates
 
 // The angle between two vectors in radians, 0..pi; 1.0 when one of them is zero.
 double GetAlfaOfTwoVectors(const float* a, const float* b);
 
-// The distance from a point to a triangle of a shape, with a bias of a millionth of the angle at which
-// the triangle sees the point: of two triangles at the same distance the one that faces it is nearer.
+// The distance from a point to a triangle of a shape, with a bias of a millionth of the angle at
+// which the triangle sees the point: of two triangles at the same distance the one that faces it is
+// nearer.
 double GetDistancePointTriangle(const float* p, const Triangle* triangle);
 
 // 1 when x is not a number, else 0.

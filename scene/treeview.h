@@ -4,6 +4,8 @@
 // came.
 #pragma once
 
+#include "scene/arrays.h"
+
 #include <gtk/gtk.h>
 
 namespace korvane
@@ -25,12 +27,20 @@ struct TreeIter {
 // Columns of `store`.
 enum StoreColumn { COLUMN_ICON = 0, COLUMN_NAME = 1, COLUMN_NODE = 2 };
 
-extern GtkWidget* treeview;    // the tree view; filled by GetMainWindow
-extern GtkTreeStore* store;    // its rows
-extern GdkPixbuf* pbfolderc;   // icon of a closed folder; null when the file is missing
-extern GdkPixbuf* pbfoldero;   // icon of an open folder
-extern GdkPixbuf* pbside;      // icon of a one-sided shape
-extern GdkPixbuf* pbshape;     // icon of any other shape
+extern GtkWidget* treeview;  // the tree view; filled by GetMainWindow
+extern GtkTreeStore* store;  // its rows
+extern GdkPixbuf* pbfolderc; // icon of a closed folder; null when the file is missing
+extern GdkPixbuf* pbfoldero; // icon of an open folder
+extern GdkPixbuf* pbside;    // icon of a one-sided shape
+extern GdkPixbuf* pbshape;   // icon of any other shape
+
+extern GtkWidget* treemenu;  // the tree's context menu and those of its items that depend on the
+extern GtkWidget* menucopys; // selection; filled by GetMainWindow
+extern GtkWidget* menupastes;
+extern GtkWidget* menurename;
+extern GtkWidget* menudels;
+extern GtkWidget* menucolor;
+
 extern GtkTreeIter* movediter; // owned; the row that a drag has just inserted; null when none
 
 // Makes the root node and the empty store. Call it once, before anything is loaded.
@@ -45,6 +55,13 @@ int AddTreeIter(int parent, int type, char* name);
 // them; the result is that of AddTreeIter one by one. Takes ownership of `name`.
 int AppendTreeIter(int parent, int type, int shapeindex, char* name);
 void SortAndShowTree();
+
+// The shapes that are selected in the tree, those of selected folders included, each once; with
+// none, all shapes of the scene. Sets `count`. The caller owns the indices.
+Block<int[]> GetSelectedShapes(int* count);
+
+// Appends the shapes at and below a node to `array`, which has room for them, and raises `count`.
+void GetSelectedShapesRecursive(int node, int* array, int* count);
 
 // Frees every node but the root and removes every row. The selection handler runs once, afterwards.
 void ClearTree();

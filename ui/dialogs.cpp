@@ -114,8 +114,9 @@ static void AddFilter(GtkFileChooser* chooser, const FileKind& kind)
     gtk_file_chooser_add_filter(chooser, filter);
 }
 
-// Starts the chooser beside the remembered file; the very first open-scene dialog without one
-// starts in the examples, and any other wherever the chooser likes.
+// Starts the chooser beside the remembered file. Without one, the very first open-scene dialog
+// starts in the examples, and one that saves in the working directory: left alone the chooser may
+// show its recent files, where a typed name belongs to no folder. Others start where it likes.
 static void SetStartFolder(GtkFileChooser* chooser, int mode)
 {
     const Block<char[]>& remembered = *GetFileKind(mode).remembered;
@@ -126,6 +127,8 @@ static void SetStartFolder(GtkFileChooser* chooser, int mode)
     } else if (mode == FILE_OPENSCENE && first) {
         first = false;
         gtk_file_chooser_set_current_folder(chooser, "examples");
+    } else if (GetFileKind(mode).action == GTK_FILE_CHOOSER_ACTION_SAVE) {
+        gtk_file_chooser_set_current_folder(chooser, ".");
     }
 }
 

@@ -1,5 +1,5 @@
-// The frame: drawing on every expose, and the timer that moves every fade and the camera one step per
-// tick and asks for a new frame only when something changed.
+// The frame: drawing on every expose, and the timer that moves every fade and the camera one step
+// per tick and asks for a new frame only when something changed.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +20,12 @@ constexpr unsigned int tickmilliseconds = 32;
 // Expose handler of the drawing area. Returns true.
 int ReDraw(GtkWidget* widget, GdkEventExpose* event);
 
-// One tick. `area` is the drawing area. Returns true: the timer never stops.
+// One tick: moves the fades in mainview, the active elements and `selected`, plays the camera.
+// `area` is the drawing area. Returns true: the timer never stops.
 int TimeLoop(void* area);
 
-// Advances the camera transition by one frame, if one plays.
+// Advances the camera transition by one frame, if one plays: writes mainview from camtable and
+// projects the scene again.
 void PlayCamera();
 
 } // namespace korvane

@@ -1,14 +1,14 @@
-// Painting the shapes of the scene from their projected copies, and the markers of a construction.
-// A drawing procedure expects and leaves the base state of glsetup.h.
+// Painting the shapes of the scene from their projected copies, farthest first, and the markers of
+// a construction. Expects and leaves the base state of basestate.h.
 #pragma once
 
 namespace korvane
 {
 
 struct MainView;
-struct Shape;
 
-// Draws the whole scene for one frame.
-void SceneDraw(MainView* view);
+// Draws the whole scene for one frame. Reads the projected copies, showtable, selected, the active
+// elements and the state of a construction.
+void SceneDraw(const MainView* view);
 
 } // namespace korvane

@@ -1,0 +1,190 @@
+#include "ui/menus.h"
+
+#include "geometry/creation.h"
+#include "scene/treeview.h"
+#include "ui/iconimage.h"
+#include "ui/input.h"
+
+#include <gtk/gtk.h>
+
+#include <span>
+
+namespace korvane
+{
+
+enum ItemKind { ITEM_IMAGE, ITEM_CHECK, ITEM_SEPARATOR };
+
+struct ItemRow {
+    ItemKind kind;
+    const char* label = nullptr;
+    const char* icon = nullptr;
+    GCallback handler =
+        nullptr;             // of "activate", or "toggled" for a check item; null: no command yet
+    gpointer data = nullptr; // handed to the handler: a number or a widget
+    GtkWidget** global = nullptr; // where other modules find the item
+};
+
+// Deliberate: the underscore. No stock picture is called so, and the toolkit shows its
+// missing-image icon.
+static constexpr const char* missingimage = "gtk-missing_image";
+
+static gpointer Number(int number)
+{
+    return GINT_TO_POINTER(number);
+}
+
+static GtkWidget* MakeItemOfKind(const ItemRow& row)
+{
+    if (row.kind == ITEM_SEPARATOR) {
+        return gtk_separator_menu_item_new();
+    }
+    if (row.kind == ITEM_CHECK) {
+        return gtk_check_menu_item_new_with_mnemonic(row.label);
+    }
+    GtkWidget* item = gtk_image_menu_item_new_with_mnemonic(row.label);
+    gtk_image_menu_item_set_image(GTK_IMAGE_MENU_ITEM(item),
+                                  MakeIconImage(row.icon, GTK_ICON_SIZE_MENU));
+    return item;
+}
+
+static void ConnectItem(GtkWidget* item, const ItemRow& row)
+{
+    if (row.global != nullptr) {
+        *row.global = item;
+    }
+    if (row.handler == nullptr) {
+        gtk_widget_set_sensitive(item, FALSE);
+        return;
+    }
+    g_signal_connect(item, row.kind == ITEM_CHECK ? "toggled" : "activate", row.handler, row.data);
+}
+
+static void AddItems(GtkWidget* menu, std::span<const ItemRow> rows)
+{
+    for (const ItemRow& row : rows) {
+        GtkWidget* item = MakeItemOfKind(row);
+        if (row.kind != ITEM_SEPARATOR) {
+            ConnectItem(item, row);
+        }
+        gtk_menu_shell_append(GTK_MENU_SHELL(menu), item);
+    }
+    gtk_widget_show_all(menu); // what it holds; the menu itself waits to be popped up
+}
+
+// An item belongs to one menu only, so each menu gets a group of its own. The numbers are the
+// transform tools.
+static void AddSideGroup(GtkWidget* menu)
+{
+    const ItemRow rows[] = {
+        {ITEM_IMAGE, "Set color of side", "gtk-select-color"},
+        {ITEM_IMAGE, "Move side", missingimage, nullptr, Number(1)},
+        {ITEM_IMAGE, "Rotate side", missingimage, nullptr, Number(2)},
+        {ITEM_IMAGE, "Scale side", missingimage, nullptr, Number(3)},
+        {ITEM_SEPARATOR},
+    };
+    AddItems(menu, rows);
+}
+
+// `source` tells the delete command what was under the pointer: 1 a side, 2 a point, 3 a stripe.
+static void AddShapeGroup(GtkWidget* menu, int source)
+{
+    const ItemRow rows[] = {
+        {ITEM_IMAGE, "Set color of shape", "gtk-select-color"},
+        {ITEM_IMAGE, "Move shape", missingimage, nullptr, Number(4)},
+        {ITEM_IMAGE, "Rotate shape", missingimage, nullptr, Number(5)},
+        {ITEM_IMAGE, "Scale shape", missingimage, nullptr, Number(6)},
+        {ITEM_IMAGE, "Delete Shape", "gtk-delete", nullptr, Number(source)},
+        {ITEM_SEPARATOR},
+    };
+    AddItems(menu, rows);
+}
+
+static void AddSelectionGroup(GtkWidget* menu)
+{
+    const ItemRow rows[] = {
+        {ITEM_IMAGE, "Set color of selected", "gtk-select-color"},
+        {ITEM_IMAGE, "Move selected", missingimage, nullptr, Number(7)},
+        {ITEM_IMAGE, "Rotate selected", missingimage, nullptr, Number(8)},
+        {ITEM_IMAGE, "Scale selected", missingimage, nullptr, Number(9)},
+    };
+    AddItems(menu, rows);
+}
+
+static void MakeTreeMenu()
+{
+    const ItemRow rows[] = {
+        {ITEM_IMAGE, "New shape...", "gtk-new", nullptr, toolbutton_news},
+        {ITEM_IMAGE, "New folder...", "gtk-directory"},
+        {ITEM_IMAGE, "Copy", "gtk-copy", nullptr, nullptr, &menucopys},
+        {ITEM_IMAGE, "Paste", "gtk-paste", nullptr, nullptr, &menupastes},
+        {ITEM_IMAGE, "Rename", "gtk-refresh", nullptr, nullptr, &menurename},
+        {ITEM_IMAGE, "Delete", "gtk-delete", nullptr, nullptr, &menudels},
+        {ITEM_IMAGE, "Set color", "gtk-select-color", nullptr, nullptr, &menucolor},
+    };
+    treemenu = gtk_menu_new();
+    AddItems(treemenu, rows);
+}
+
+static void MakeSideMenu()
+{
+    const ItemRow rows[] = {
+        {ITEM_CHECK, "Border of side set edge", nullptr, nullptr, nullptr, &menuborder},
+        {ITEM_IMAGE, "Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
+        {ITEM_SEPARATOR},
+    };
+    sidemenu = gtk_menu_new();
+    AddItems(sidemenu, rows);
+    AddSideGroup(sidemenu);
+    AddShapeGroup(sidemenu, 1);
+    AddSelectionGroup(sidemenu);
+}
+
+static void MakePointMenu()
+{
+    const ItemRow rows[] = {
+        {ITEM_CHECK, "Set vertex", nullptr, nullptr, nullptr, &menuvertex},
+        {ITEM_IMAGE, "Delete point", "gtk-delete", nullptr, nullptr, &menupointdel},
+        {ITEM_SEPARATOR},
+    };
+    pointmenu = gtk_menu_new();
+    AddItems(pointmenu, rows);
+    AddShapeGroup(pointmenu, 2);
+    AddSelectionGroup(pointmenu);
+}
+
+static void MakeStripeMenu()
+{
+    const ItemRow rows[] = {
+        {ITEM_CHECK, "Set edge", nullptr, nullptr, nullptr, &menuedge},
+        {ITEM_IMAGE, "Delete stripe", "gtk-delete", nullptr, nullptr, &menustripedel},
+        {ITEM_SEPARATOR},
+    };
+    stripemenu = gtk_menu_new();
+    AddItems(stripemenu, rows);
+    AddShapeGroup(stripemenu, 3);
+    AddSelectionGroup(stripemenu);
+}
+
+static void MakeBackgroundMenus()
+{
+    const ItemRow rows[] = {
+        {ITEM_IMAGE, "New Shape", "gtk-new"},
+        {ITEM_SEPARATOR},
+    };
+    bgmenu = gtk_menu_new();
+    AddItems(bgmenu, std::span(rows).first(1));
+    bgmenu2 = gtk_menu_new();
+    AddItems(bgmenu2, rows);
+    AddSelectionGroup(bgmenu2);
+}
+
+void MakeMenus()
+{
+    MakeTreeMenu();
+    MakeSideMenu();
+    MakePointMenu();
+    MakeStripeMenu();
+    MakeBackgroundMenus();
+}
+
+} // namespace korvane

@@ -1,0 +1,161 @@
+#include "view/frameloop.h"
+
+#include "scene/model.h"
+#include "view/basestate.h"
+#include "view/cameraflight.h"
+#include "view/mainview.h"
+#include "view/picking.h"
+#include "view/scenedraw.h"
+
+#include <GL/glew.h>
+#include <gtk/gtk.h>
+#include <gtk/gtkgl.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace korvane
+{
+
+int32_t rdstate = 0;
+int32_t runtime = 0;
+
+static void DrawFrame()
+{
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    SceneDraw(&mainview);
+    AssertBaseState("SceneDraw");
+}
+
+int ReDraw(GtkWidget* widget, GdkEventExpose* /*event*/)
+{
+    rdstate |= redrawing;
+    GdkGLDrawable* drawable = gtk_widget_get_gl_drawable(widget);
+    if (gdk_gl_drawable_gl_begin(drawable, gtk_widget_get_gl_context(widget))) {
+        DrawFrame();
+        gdk_gl_drawable_swap_buffers(drawable);
+        gdk_gl_drawable_gl_end(drawable);
+    }
+    rdstate = 0;
+    return TRUE;
+}
+
+// Every step below says whether it changed the byte.
+
+template <class Level> static bool StepLevel(Level& level, bool up)
+{
+    if (up ? level >= fadefull : level <= 0) {
+        return false;
+    }
+    level = Level(level + (up ? 1 : -1));
+    return true;
+}
+
+// A toggle-fade byte; the bits above its five are left alone.
+template <class Byte> static bool StepToggle(Byte& byte)
+{
+    const int state = byte & fadedone;
+    if (state == 0 || state == fadedone) {
+        return false;
+    }
+    byte = Byte(byte + (state >= fadetarget ? 1 : -1));
+    return true;
+}
+
+static bool StepBackground()
+{
+    bool changed = StepLevel(mainview.bgcubefade, mainview.bgshape == BACKGROUND_CUBE);
+    changed |= StepLevel(mainview.bgplanefade, mainview.bgshape == BACKGROUND_PLANE);
+    changed |= StepToggle(mainview.gradientfade);
+    changed |= StepToggle(mainview.imagefade);
+    changed |= StepToggle(mainview.smallcubefade);
+    changed |= StepToggle(mainview.centerlinesfade);
+    return changed;
+}
+
+static bool StepShapeDisplay()
+{
+    bool changed = StepLevel(mainview.sidesfade, mainview.showshape != SHAPE_LINES);
+    changed |= StepLevel(mainview.linesfade, mainview.showshape != SHAPE_SIDES);
+    return changed;
+}
+
+static bool StepHovers(ActiveElement* records, int number)
+{
+    bool changed = false;
+    for (int i = 0; i < number; i++) {
+        changed |= StepLevel(records[i].fade, records[i].hover != 0);
+    }
+    return changed;
+}
+
+static bool StepAllHovers()
+{
+    bool changed = StepHovers(activebgcube, int(std::size(activebgcube)));
+    changed |= StepHovers(activepoints, activepointnumber);
+    changed |= StepHovers(activestripes, activestripenumber);
+    changed |= StepHovers(activesides, activesidenumber);
+    return changed;
+}
+
+static bool StepSelected()
+{
+    bool changed = false;
+    for (int i = 0; i < shapenumber; i++) {
+        changed |= StepToggle(selected[i]);
+    }
+    return changed;
+}
+
+static void ProjectAgain()
+{
+    TransferAllShape();
+    ChangeActives();
+}
+
+void PlayCamera()
+{
+    if (camposition == cameraframes) {
+        return;
+    }
+    const CameraFrame& frame = camtable[camposition];
+    std::copy_n(frame.rotation, std::size(frame.rotation), mainview.rotation);
+    std::copy_n(frame.rotation, std::size(frame.rotation), mainview.freerotation);
+    std::copy_n(frame.center, std::size(frame.center), mainview.center);
+    mainview.scale = frame.scale;
+    camposition++;
+    ProjectAgain();
+    rdstate |= redrawwanted;
+}
+
+static void InvalidateArea(GtkWidget* area)
+{
+    GdkWindow* window = gtk_widget_get_window(area);
+    if (window != nullptr) {
+        gdk_window_invalidate_rect(window, nullptr, FALSE);
+    }
+}
+
+int TimeLoop(void* area)
+{
+    runtime++;
+    bool changed = StepBackground();
+    changed |= StepShapeDisplay();
+    bool projectionchanged = StepToggle(mainview.perspective);
+    changed |= StepAllHovers();
+    projectionchanged |=
+        StepSelected(); // a shape is left out of the projection while its byte is 0
+    if (projectionchanged) {
+        ProjectAgain();
+    }
+    if (changed || projectionchanged) {
+        rdstate |= redrawwanted;
+    }
+    PlayCamera();
+    if (rdstate == redrawwanted) {
+        InvalidateArea(GTK_WIDGET(area));
+    }
+    return TRUE;
+}
+
+} // namespace korvane
