@@ -48,7 +48,7 @@ def pane(outline, colour, tip=False):
 
 def lead(outline):
     path = [(x, y, 0) for x, y in outline]
-    return tube(path, 0.0062, 4, closed=True).painted(matte("3a3b44"))
+    return tube(path, 0.0066, 3, closed=True).painted(matte("3a3b44"))
 
 
 def cast(outline, turn, height):
@@ -91,7 +91,7 @@ def stained_glass():
         glaze(f"petal-{i + 1}", petal, (RUBY, SAPPHIRE)[i % 2], 45 * i, True)
         glaze(f"disc-{i + 1}", disc, (EMERALD, AMBER)[i % 2], 45 * i + 22.5)
     stone = matte("d3c6b0")
-    scene.add("window/frame", ring(0.262, 0.026, 30, 8).painted(stone))
+    scene.add("window/frame", ring(0.262, 0.027, 20, 6).painted(stone))
     ground = pane(circle(0.25, 24), SKY).painted(glass(SKY, 0.25, 0.9), visibility=BOTH)
     scene.add("window/panes/ground", ground.moved(0, 0, -0.004))
     scene = scene.moved(0, height, 0)
@@ -164,17 +164,13 @@ def lotus():
     """A water lily among its leaves. Petals and leaves are single sides, another colour behind."""
     scene = Scene()
     water = lathe(
-        [Row(0.4, -0.05, True), *soft_rows((0.404, -0.025)), Row(0.4, 0.0, True)],
-        24,
+        [Row(0.4, -0.05, True), *soft_rows((0.404, -0.025)), Row(0.4, 0.0, True), Row(0.24, 0.0)],
+        18,
         Paint((0.2, 0.52, 0.62), (0.01, 0.1, 0.2), 0.9),
-        arcs=4,
     )
     light = Paint((0.75, 0.93, 0.95), (0.6, 0.85, 0.9), 1.0, 0.16)
-    rings = []
-    for layer, size in enumerate((0.385, 0.33, 0.27)):
-        outline = [(x, 0.001 + 0.0008 * layer, -0.95 * z) for x, z in circle(size, 14)]
-        rings.append(patch(outline).painted(light))
-    scene.add("water", join([water] + rings))
+    ripple = patch([(x, 0.001, -0.95 * z) for x, z in circle(0.34, 12)]).painted(light)
+    scene.add("water", water.joined(ripple))
 
     pink, white = rgb("f0669a"), (1.0, 0.95, 0.97)
     whorls = [

@@ -356,14 +356,10 @@ def patch(outline):
 
 
 def shadow(radius, length, direction):
-    """The soft shadow that a thing throws on the ground y = 0 it stands on: dark clear patches one
-    above the other, to be joined to the ground so that they are painted after it. The shadow grows
-    out by `length` from under the thing; direction 0 is along x, 90 away from us."""
-    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, 0.14)
-    patches = []
-    for layer, (size, reach) in enumerate(((1.12, 1.0), (1.0, 0.75), (0.88, 0.5), (0.76, 0.25))):
-        ring = circle(radius * size, 12)
-        ring = [(x + max(0.0, length * reach * (x / radius)), y) for x, y in ring]
-        spot = patch([(x, 0.0012 * (layer + 1), -y) for x, y in ring])
-        patches.append(spot.painted(dark).turned("y", direction))
-    return join(patches)
+    """The shadow that a thing throws on the ground y = 0 it stands on: a dark clear patch, to be
+    joined to the ground so that it is painted after it. It grows out by `length` from under the
+    thing; direction 0 is along x, 90 away from us."""
+    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, 0.3)
+    ring = [(x + max(0.0, length * x / radius), y) for x, y in circle(radius * 1.06, 10)]
+    spot = patch([(x, 0.0015, -y) for x, y in ring])
+    return spot.painted(dark).turned("y", direction)

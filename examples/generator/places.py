@@ -66,7 +66,7 @@ def tiles(width, wall, ridge, length, rows, paints):
     courses = []
     for row in range(rows):
         part = (row + 0.5) / rows
-        course = box(length, 0.012, step * 1.12).turned("x", slope + 4)
+        course = box(length, 0.016, step * 1.12).turned("x", slope + 4)
         course = course.moved(0, ridge - part * rise + 0.016, part * run)
         courses.append(course.painted(paints[row % len(paints)]))
     return join(courses)
@@ -95,7 +95,7 @@ def door():
 def fence(posts, gap):
     """A picket fence along x."""
     pickets = [
-        extruded([(-0.006, 0), (0.006, 0), (0.006, 0.05), (0, 0.06), (-0.006, 0.05)], 0.006)
+        extruded([(-0.009, 0), (0.009, 0), (0.009, 0.048), (0, 0.062), (-0.009, 0.048)], 0.007)
         .crisp()
         .moved((i - (posts - 1) / 2) * gap, 0, 0)
         for i in range(posts)
@@ -154,7 +154,7 @@ def house():
     red = [matte("c8553a"), matte("b84a34"), matte("d06244")]
     roof = pitched_roof(width, wall, ridge, length + 0.045, 0.035, 0.012).painted(matte("8e3b2a"))
     put("house/roof/frame", roof)
-    south = tiles(width + 0.07, wall - 0.033, ridge, length + 0.05, 6, red)
+    south = tiles(width + 0.07, wall - 0.033, ridge, length + 0.05, 4, red)
     put("house/roof/tiles-front", south)
     put("house/roof/tiles-back", south.turned("y", 180))
     stack = box(0.042, 0.14, 0.042).painted(matte("a8604a")).moved(0.09, 0.29, -0.045)
@@ -171,7 +171,7 @@ def house():
     broad_tree(scene, "garden/apple-tree", -0.26, 0.1, 1.12)
     for name, px, pz, size in (("pine-large", 0.255, -0.13, 1.1), ("pine-small", 0.27, 0.07, 0.85)):
         scene.add(f"garden/{name}", pine(size).moved(px, 0, pz))
-    front = join([fence(9, 0.034).moved(-0.2, 0, 0), fence(8, 0.034).moved(0.19, 0, 0)])
+    front = join([fence(6, 0.052).moved(-0.2, 0, 0), fence(5, 0.052).moved(0.2, 0, 0)])
     scene.add("garden/fence", front.moved(0, 0, 0.235))
     stones = [
         extruded(circle(0.032, 5, 17 * i), 0.008).crisp().turned("x", -90)
@@ -191,7 +191,7 @@ def house():
     shadows = [shadow(0.06, 0.1, 10).moved(-0.26, 0, 0.1), shadow(0.045, 0.02, 0).moved(0.255, 0, -0.13)]
     shadows.append(shadow(0.04, 0.01, 0).moved(0.27, 0, 0.07))
     scene.add("garden/ground", join([lawn(0.68, 0.52, 0.045)] + shadows))
-    return scene.turned("y", -30).turned("x", 27).moved(0, -0.13, 0)
+    return scene.turned("y", -30).turned("x", 27).moved(0, -0.105, 0)
 
 
 # ------------------------------------------------------------------------------------- lighthouse
@@ -212,7 +212,7 @@ def tower():
         Row(0.072, 0.42, True),
         *soft_rows((0.03, 0.42)),
     ]
-    return lathe(rows, 15)
+    return lathe(rows, 12)
 
 
 def lamp(scene):
@@ -244,10 +244,9 @@ def boat():
 def lighthouse():
     scene = Scene()
     sea = lathe(
-        [Row(0.4, -0.05, True), *soft_rows((0.405, -0.025)), Row(0.4, 0.0, True)],
-        24,
+        [Row(0.4, -0.05, True), *soft_rows((0.405, -0.025)), Row(0.4, 0.0, True), Row(0.24, 0.0)],
+        18,
         Paint((0.3, 0.76, 0.92), (0.0, 0.12, 0.4), 0.9),
-        arcs=4,
     )
     foam = Paint((0.97, 1, 1), (0.8, 0.93, 1), 1, 0.4)
     rings = []

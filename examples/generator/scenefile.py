@@ -58,7 +58,7 @@ class Scene:
 
 def blendable(body):
     """A clear body with its sides in the order in which they have to be painted."""
-    clear = all(side.front.alpha < 1 for side in body.sides)
+    clear = all(side.front.is_clear() for side in body.sides)
     return body.back_to_front() if clear else body
 
 
@@ -255,5 +255,5 @@ def integer_rows(values):
 
 
 def paint_text(paint):
-    rows = [(*paint.light, paint.alpha), (*paint.shadow, paint.alpha), (paint.acuity,)]
+    rows = [(*paint.light, paint.alpha), (*paint.shadow, paint.shadowalpha), (paint.acuity,)]
     return "".join(" ".join("%f" % value for value in row).replace(".", ",") + "\n" for row in rows)

@@ -14,11 +14,11 @@ GRAPE = Paint((0.78, 0.6, 0.98), (0.16, 0.04, 0.32), 0.4)
 
 
 def table():
-    """Five planks of different woods."""
+    """Three planks of different woods."""
     planks = []
-    for place, colour in enumerate(("b9824e", "a9733f", "c08a56", "ad7845", "b67f4b")):
-        plank = box(0.8, 0.035, 0.1).painted(matte(colour, 0.9))
-        planks.append(plank.moved(0, -0.0175, 0.102 * (place - 2)))
+    for place, colour in enumerate(("b9824e", "a9733f", "c08a56")):
+        plank = box(0.8, 0.035, 0.17).painted(matte(colour, 0.9))
+        planks.append(plank.moved(0, -0.0175, 0.172 * (place - 1)))
     return join(planks)
 
 
@@ -64,7 +64,7 @@ def bottle():
         Row(0.069, 0.17, True),
     ]
     return (
-        lathe(outside, 12, glass("7fd6a8", 0.34, 0.4), arcs=6).painted_by(lambda _: None, visibility=BOTH),
+        lathe(outside, 12, Paint((0.9, 1.0, 0.95), (0.05, 0.4, 0.25), 0.3, 0.62, 0.26), arcs=6).painted_by(lambda _: None, visibility=BOTH),
         lathe(wine, 12, Paint((0.75, 0.1, 0.2), (0.22, 0.0, 0.06), 0.5)),
     )
 

@@ -14,7 +14,7 @@ from .modelling import (
     tube,
 )
 from .paint import Paint, matte, shiny
-from .polyhedra import ball
+from .polyhedra import ball, octahedron
 from .scenefile import Scene
 
 IVORY = Paint((1.0, 0.96, 0.84), (0.5, 0.33, 0.16), 0.6)
@@ -73,9 +73,10 @@ def queen():
         Row(0.068, 0.455, True),
         *soft_rows((0.048, 0.452), (0.034, 0.475), (0, 0.478)),
     ]
-    knob = ball(0.0155)
-    knobs = [knob.moved(0, 0.468, 0.062).turned("y", 45 * i) for i in range(8)]
-    return join([lathe(rows, 12), ball(0.023).moved(0, 0.492, 0)] + knobs)
+    knob = octahedron().scaled(0.026)
+    knobs = [knob.moved(0, 0.466, 0.06).turned("y", 60 * i) for i in range(6)]
+    top = ball(0.024).moved(0, 0.492, 0)
+    return join([lathe(rows, 9), top] + knobs)
 
 
 def king():
@@ -91,7 +92,7 @@ def king():
         (-a, -c), (a, -c), (a, -a), (b, -a), (b, a), (a, a),
         (a, c), (-a, c), (-a, a), (-b, a), (-b, -a), (-a, -a),
     ]  # fmt: skip
-    return lathe(rows, 12).joined(extruded(arms, 0.016).crisp().moved(0, 0.532, 0))
+    return lathe(rows, 9).joined(extruded(arms, 0.016).crisp().moved(0, 0.532, 0))
 
 
 HORSE = [
@@ -162,7 +163,7 @@ def chess():
     for name, (maker, paint, i, j, turn) in pieces.items():
         x, z = i * cell, -j * cell
         scene.add(name, maker().painted(paint).turned("y", turn).moved(x, 0.002, z))
-        shadows.append(shadow(0.086, 0.1, 20).moved(x, 0, z))
+        shadows.append(shadow(0.086, 0.055, 28).moved(x, 0, z))
     scene.add("board", join([ground] + shadows))
     return scene.turned("y", 28).turned("x", 26).moved(0, -0.2, 0)
 
@@ -190,7 +191,7 @@ def goblet():
         Row(0.1, 0.46, True),
         *soft_rows((0.112, 0.38), (0.108, 0.3), (0.06, 0.25), (0, 0.243)),
     ]
-    return lathe(rows, 15)
+    return lathe(rows, 12)
 
 
 def amphora():
@@ -209,7 +210,7 @@ def amphora():
         Row(0.072, 0.545, True),
         *soft_rows((0.048, 0.5), (0.04, 0.42), (0, 0.41)),
     ]
-    body = lathe(rows, 15, GLAZE)
+    body = lathe(rows, 12, GLAZE)
     bow = [
         (0.048, 0.498, 0.0), (0.1, 0.51, 0.0), (0.15, 0.478, 0.0),
         (0.166, 0.415, 0.0), (0.146, 0.35, 0.0), (0.11, 0.318, 0.0),
@@ -227,7 +228,7 @@ def bowl():
         Row(0.174, 0.15, True),
         *soft_rows((0.142, 0.09), (0.08, 0.052), (0, 0.046)),
     ]
-    return lathe(rows, 15, CLAY)
+    return lathe(rows, 12, CLAY)
 
 
 def vessels():
@@ -237,10 +238,10 @@ def vessels():
             Row(0.4, -0.05, True),
             *soft_rows((0.406, -0.03)),
             Row(0.4, 0.0, True),
+            Row(0.2, 0.0),
         ],
-        24,
+        18,
         matte("d9c9b4"),
-        arcs=4,
     )
     things = {
         "goblet": (goblet().painted(GOLD), -0.18, 0.13, 0.11),
