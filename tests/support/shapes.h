@@ -56,6 +56,9 @@ OwnedShape Pyramid();       // a square and four triangles
 // Adds a shape to the scene with its node below `parent`. Returns the shape's index.
 int AddToScene(OwnedShape shape, const std::string& name, int parent = 0);
 
+// The nodes whose rows are selected, put there without a tree view.
+void SelectNodes(const std::vector<int>& nodes);
+
 // A scene without shapes, folders and undo steps. Makes the tree the first time.
 void StartEmptyScene();
 
