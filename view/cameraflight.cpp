@@ -5,6 +5,7 @@
 #include "view/directions.h"
 #include "view/mainview.h"
 #include "view/picking.h"
+#include "view/rotation.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "view/directions.h"
 
-#include "view/projection.h"
+#include "view/rotation.h"
 
 #include <cmath>
 

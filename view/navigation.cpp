@@ -4,6 +4,7 @@
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
+#include "view/rotation.h"
 
 #include <algorithm>
 #include <cmath>
