@@ -13,39 +13,41 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cmath>
+#include <algorithm>
 
 namespace korvane
 {
 
-// A cube of tori of 72 triangles side by side, which the view is zoomed to hold. Every one is drawn
-// rounded while there are no more than a few thousand: then all of it is projected.
+// Rows, layers and a cube of ten tori each way that fill the view. Each is large enough on the
+// screen, its radius squared over 18 triangles, to be drawn rounded: all of it is projected.
 static void MakeScene(int number)
 {
-    DeleteAllShapes();
-    mainview.scale = 1;
+    constexpr int row = 10;
+    constexpr float size =
+        0.125F; // from the torus, whose radius is 0.4, to half a tenth of the view
     width = 600;
     height = 600;
-    const int row = int(std::ceil(std::cbrt(number)));
     for (int i = 0; i < number; i++) {
-        Shape* shape = bench::MakeQuadTorus(72).release();
+        const int place[3] = {i % row, i / row % row, i / row / row};
+        Shape* shape = bench::MakeTriangleTorus(18).release();
         for (int k = 0; k < shape->pointnumber; k++) {
-            shape->points[k][0] += float(4 * (i % row) - 2 * row);
-            shape->points[k][1] += float(4 * (i / row % row) - 2 * row);
-            shape->points[k][2] += float(4 * (i / row / row) - 2 * row);
+            for (int c = 0; c < 3; c++) {
+                shape->points[k][c] = shape->points[k][c] * size + 0.1F * float(place[c]) - 0.45F;
+            }
         }
         SetStripesOfShape(shape);
         SetNormalsOfShape(shape);
         AddShape(shape);
     }
-    mainview.scale = float(0.3 / (2 * row));
     TransferAllShape();
     SetActives();
 }
 
 static void CountShapes(benchmark::State& state)
 {
-    state.counters["us/shape"] = benchmark::Counter(double(state.range(0)) * 1e-6,
+    state.counters["rounded"] =
+        double(std::count(showtable, showtable + shapenumber, SHOW_ROUNDED));
+    state.counters["ns/shape"] = benchmark::Counter(double(state.range(0)) * 1e-9,
                                                     benchmark::Counter::kIsIterationInvariantRate |
                                                         benchmark::Counter::kInvert);
 }
