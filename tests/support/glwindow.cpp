@@ -6,10 +6,10 @@
 #include "scene/model.h"
 #include "ui/input.h"
 #include "view/basestate.h"
+#include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
-#include "view/cameraflight.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 
@@ -168,6 +168,14 @@ Picture GlWindow::ReadWindow() const
     }
     g_object_unref(shown);
     return picture;
+}
+
+void HandleEvents()
+{
+    gdk_display_sync(gdk_display_get_default());
+    while (gtk_events_pending()) {
+        gtk_main_iteration();
+    }
 }
 
 static const MainView startview = mainview;
