@@ -56,8 +56,8 @@ static bool AreApart(const FlatBox& a, const FlatBox& b)
 
 static void JoinNodes(Outline& outline, int index)
 {
-    const OutlineNode& left = outline.nodes[std::size_t(2 * index)];
-    const OutlineNode& right = outline.nodes[std::size_t(2 * index + 1)];
+    const OutlineNode& left = outline.nodes[2 * std::size_t(index)];
+    const OutlineNode& right = outline.nodes[2 * std::size_t(index) + 1];
     OutlineNode& node = outline.nodes[std::size_t(index)];
     for (int i = 0; i < 2; i++) {
         node.box.low[i] = std::min(left.box.low[i], right.box.low[i]);
@@ -71,7 +71,7 @@ static void JoinNodes(Outline& outline, int index)
 
 static OutlineNode& GetLeaf(Outline& outline, int index)
 {
-    return outline.nodes[std::size_t(outline.leaves + index)];
+    return outline.nodes[std::size_t(outline.leaves) + std::size_t(index)];
 }
 
 static void SetLeaf(Outline& outline, int index)

@@ -79,6 +79,8 @@ static void MeasureAngles(Outline& outline)
     }
 }
 
+// The angles on the other side of the outline are full turns less these. The inside has the smaller
+// sum.
 static void TurnAnglesInside(Outline& outline)
 {
     float sum = 0;
@@ -92,6 +94,7 @@ static void TurnAnglesInside(Outline& outline)
     }
 }
 
+// Chains a corner to the one that blocks it, so that it is asked again when that is cut off.
 static void Wait(Outline& outline, int index, int blocker)
 {
     OutlineCorner& corner = GetCorner(outline, index);
@@ -186,8 +189,8 @@ static void ClipEar(Outline& outline, int ear)
 
 void SetTrianglesOfSide(Side* side, int first)
 {
-    const Plane plane =
-        MakePlaneOfSide(side); // of a triangle too: looking for it may nudge a point
+    // of a triangle too: looking for its normal may nudge a point
+    const Plane plane = MakePlaneOfSide(side);
     const int last = side->trianglenumber - 1;
     if (last == 0) {
         WriteTriangle(side, first, 0, {0, 1, 2});

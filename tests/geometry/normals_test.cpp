@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstring>
 #include <map>
 #include <random>
 #include <set>
@@ -178,7 +178,7 @@ static bool AreAlike(const Triple& a, const Triple& b)
 {
     for (std::size_t i = 0; i < 3; i++) {
         const bool nans = std::isnan(a[i]) && std::isnan(b[i]);
-        if (!nans && std::memcmp(&a[i], &b[i], sizeof(float)) != 0) {
+        if (!nans && std::bit_cast<unsigned>(a[i]) != std::bit_cast<unsigned>(b[i])) {
             return false;
         }
     }
