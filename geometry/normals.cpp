@@ -17,8 +17,8 @@ static constexpr int noone = -1;
 // How a point is shaded. The bits add up over the stripes through the point; none makes it smooth.
 enum PointClass : unsigned char { POINT_VERTEX = 1, POINT_CREASE = 2, POINT_CORNER = 4 };
 
-// What the walk over the triangles gathers at a point.
-struct PointWork {
+// What the walk over the triangles gathers at a point; never across two lines of the cache.
+struct alignas(32) PointWork {
     Vector sum;  // of the normals of its triangles; of a crease point, of those in its first side
     int corners; // triangle corners on it
     int chain;   // the first of its single edges, noone when there are none
