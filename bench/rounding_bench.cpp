@@ -3,7 +3,7 @@
 #include "geometry/rounding.h"
 
 #include "bench/meshes.h"
-#include "geometry/shapegeometry.h"
+#include "geometry/normals.h"
 #include "geometry/triangulation.h"
 #include "scene/model.h"
 

@@ -1,7 +1,7 @@
 #include "geometry/rounding.h"
 
 #include "geometry/creases.h"
-#include "geometry/shapegeometry.h"
+#include "geometry/normals.h"
 #include "geometry/subdivision.h"
 #include "scene/arrays.h"
 #include "scene/model.h"

@@ -1,155 +1,40 @@
 #include "geometry/triangulation.h"
 
+#include "geometry/sideplane.h"
 #include "scene/model.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <vector>
 
 namespace korvane
 {
 
-using Vector = std::array<double, 3>;
-
-static const float* GetPointOfSide(const Side* side, int position)
+static double GetLength2d(const float* a, const float* b)
 {
-    return side->shape->points[side->points[position]];
+    return std::hypot(double(b[0]) - a[0], double(b[1]) - a[1]);
 }
 
-// Stores v divided by its length. Answers whether that is a number: a zero vector has no direction.
-static bool StoreUnit(const Vector& v, float* target)
+// The angle of a triangle at c, given the lengths of its sides.
+static double GetAlfaOfTriangle(double ca, double cb, double ab)
 {
-    const double length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
-    int nans = 0;
-    for (std::size_t i = 0; i < 3; i++) {
-        target[i] = float(v[i] / length);
-        nans += CheckNan(target[i]);
-    }
-    return nans == 0;
-}
-
-static Vector SumPoints(const Side* side)
-{
-    Vector sum = {0, 0, 0};
-    for (int i = 0; i < side->pointnumber; i++) {
-        for (std::size_t k = 0; k < 3; k++) {
-            sum[k] += GetPointOfSide(side, i)[k];
-        }
-    }
-    return sum;
-}
-
-Block<float[]> GetCenterOfSide(const Side* side)
-{
-    Block<float[]> center(NewUnfilledArray<float>(3));
-    const Vector sum = SumPoints(side);
-    for (std::size_t k = 0; k < 3; k++) {
-        center[k] = float(sum[k] / side->pointnumber);
-    }
-    return center;
-}
-
-// The sum over the points P(i) of P(i) x S(i), of whose two halves only the first is taken, where
-// S(i) weighs the points after P(i) with n - 2, n - 4, ..., -(n - 2). From one point to the next S
-// changes by twice the sum of all points less n times these two points.
-static Vector GetWeightedNormal(const Side* side)
-{
-    const int n = side->pointnumber;
-    const Vector sum = SumPoints(side);
-    Vector weighted = {0, 0, 0}; // S(0)
-    for (int j = 1; j < n; j++) {
-        for (std::size_t k = 0; k < 3; k++) {
-            weighted[k] += double(n - 2 * j) * GetPointOfSide(side, j)[k];
-        }
-    }
-    Vector normal = {0, 0, 0};
-    for (int i = 0; i < n; i++) {
-        const float* p = GetPointOfSide(side, i);
-        const float* next = GetPointOfSide(side, i + 1 == n ? 0 : i + 1);
-        normal[0] += p[1] * weighted[2];
-        normal[1] += p[2] * weighted[0];
-        normal[2] += p[0] * weighted[1];
-        for (std::size_t k = 0; k < 3; k++) {
-            weighted[k] += 2 * sum[k] - n * (double(p[k]) + next[k]);
-        }
-    }
-    return normal;
-}
-
-// Twice the area that the outline encloses in each of the three coordinate planes.
-static Vector GetAreaNormal(const Side* side)
-{
-    Vector normal = {0, 0, 0};
-    for (int i = 0; i < side->pointnumber; i++) {
-        const float* p = GetPointOfSide(side, i);
-        const float* next = GetPointOfSide(side, i + 1 == side->pointnumber ? 0 : i + 1);
-        normal[0] += double(p[1]) * next[2] - double(p[2]) * next[1];
-        normal[1] += double(p[2]) * next[0] - double(p[0]) * next[2];
-        normal[2] += double(p[0]) * next[1] - double(p[1]) * next[0];
-    }
-    return normal;
-}
-
-static void NudgePoint(float* point)
-{
-    point[0] = float(point[0] + 1e-9);
-    point[1] = float(point[1] - 2e-9);
-    point[2] = float(point[2] + 3e-9);
-}
-
-Block<float[]> GetNormalOfSide(Side* side)
-{
-    constexpr int nudgelimit = 16; // most points do not even move: the step is lost in rounding
-    Block<float[]> normal(NewUnfilledArray<float>(3));
-    bool found = StoreUnit(GetWeightedNormal(side), normal.get());
-    for (int i = 0; i < nudgelimit && !found; i++) {
-        // Deliberate: point 0 of the shape, not of the side, and it stays where it was moved.
-        NudgePoint(side->shape->points[0]);
-        found = StoreUnit(GetWeightedNormal(side), normal.get());
-    }
-    if (!found && !StoreUnit(GetAreaNormal(side), normal.get())) {
-        normal[0] = 0;
-        normal[1] = 0;
-        normal[2] = 1;
-    }
-    return normal;
-}
-
-Block<Plane> GetPlaneOfSide(Side* side)
-{
-    // the normal first: it may move a point
-    const Block<float[]> normal = GetNormalOfSide(side);
-    const Block<float[]> center = GetCenterOfSide(side);
-    Block<Plane> plane(NewUnfilledArray<Plane>(1));
-    *plane = SolvePlane(center.get(), normal.get());
-    return plane;
-}
-
-Block<float[][3]> GetPlanePointsOfSide(Side* side)
-{
-    const Block<Plane> plane = GetPlaneOfSide(side);
-    Block<float[][3]> flat(NewArray<float[3]>(side->pointnumber));
-    for (int i = 0; i < side->pointnumber; i++) {
-        LayFlat(*plane, GetPointOfSide(side, i), flat[std::size_t(i)]);
-    }
-    return flat;
-}
-
-double GetAlfaOfThreePoints2d(const float* c, const float* a, const float* b)
-{
-    const double ca = std::hypot(double(a[0]) - c[0], double(a[1]) - c[1]);
-    const double cb = std::hypot(double(b[0]) - c[0], double(b[1]) - c[1]);
-    const double ab = std::hypot(double(b[0]) - a[0], double(b[1]) - a[1]);
     const double alfa = std::acos((ca * ca + cb * cb - ab * ab) / 2 / ca / cb);
     return std::isnan(alfa) ? 0 : alfa;
 }
 
+double GetAlfaOfThreePoints2d(const float* c, const float* a, const float* b)
+{
+    return GetAlfaOfTriangle(GetLength2d(c, a), GetLength2d(c, b), GetLength2d(a, b));
+}
+
 static double GetOrientation(const float* a, const float* b, const float* c)
 {
-    return (double(b[1]) - c[1]) * a[0] + (double(c[1]) - a[1]) * b[0] +
-           (double(a[1]) - b[1]) * c[0];
+    return (double(c[1]) - a[1]) * b[0] + (double(a[1]) - b[1]) * c[0] +
+           (double(b[1]) - c[1]) * a[0];
 }
 
 int InTheTriangle2d(const float* p, const float* a, const float* b, const float* c)
@@ -171,128 +56,365 @@ int InTheTriangle2d(const float* p, const float* a, const float* b, const float*
     return 1;
 }
 
-// The part of the outline that is not yet cut off. The three shrink in step.
-struct Outline {
-    std::vector<int> points; // indices into the shape's points
-    std::vector<std::array<float, 3>> flat;
-    std::vector<float> angles;
+static constexpr int noone = -1;
+static constexpr float infinity = std::numeric_limits<float>::infinity();
+static constexpr double fullturn = 2 * std::numbers::pi;
+
+// A rectangle of the flat side.
+struct Box {
+    float low[2];
+    float high[2];
+};
+static constexpr Box nowhere = {{infinity, infinity}, {-infinity, -infinity}};
+static constexpr Box everywhere = {{-infinity, -infinity}, {infinity, infinity}};
+
+struct Corner {
+    float flat[2];
+    float angle;   // inside the outline
+    double length; // of the edge to the next corner
+    int previous;
+    int next;
+    int blocker; // while it is in `blocked`: a corner in the triangle that it makes with its
+                 // neighbours
 };
 
-static Outline FlattenSide(Side* side)
+// A part of the corners: the box round them, and the one with the smallest angle that may be an
+// ear.
+struct Node {
+    Box box;
+    float angle; // of the ear, infinite without one
+    int ear;     // noone when none of them can be one
+};
+
+// The part of the outline that is not yet cut off. The nodes are a binary tree: under node i are 2i
+// and 2i + 1, under node 1 all corners, and node `leaves` + k is corner k alone. Finding the
+// smallest ear and what lies in a triangle takes a few steps through it instead of a look at every
+// corner.
+struct Outline {
+    int leaves; // a power of two
+    int first;  // the first corner that is left
+    std::vector<Corner> corners;
+    std::vector<Node> nodes;
+    double margin;
+    std::vector<int> blocked; // the corners that are known to be no ears
+};
+
+static Corner& GetCorner(Outline& outline, int index)
 {
+    return outline.corners[std::size_t(index)];
+}
+
+static const Corner& GetCorner(const Outline& outline, int index)
+{
+    return outline.corners[std::size_t(index)];
+}
+
+// The box round three points. A point in the triangle lies in the box: whoever is outside it is
+// outside by the first rule of InTheTriangle2d. Coordinates that are not numbers obey no such rule.
+static Box GetBox(const float* a, const float* b, const float* c)
+{
+    if (std::isnan(a[0] + b[0] + c[0] + a[1] + b[1] + c[1])) {
+        return everywhere;
+    }
+    Box box;
+    for (int i = 0; i < 2; i++) {
+        box.low[i] = std::min({a[i], b[i], c[i]});
+        box.high[i] = std::max({a[i], b[i], c[i]});
+    }
+    return box;
+}
+
+static bool AreApart(const Box& a, const Box& b)
+{
+    return a.low[0] > b.high[0] || b.low[0] > a.high[0] || a.low[1] > b.high[1] ||
+           b.low[1] > a.high[1];
+}
+
+static void JoinNodes(Outline& outline, int index)
+{
+    const Node& left = outline.nodes[std::size_t(2 * index)];
+    const Node& right = outline.nodes[std::size_t(2 * index + 1)];
+    Node& node = outline.nodes[std::size_t(index)];
+    for (int i = 0; i < 2; i++) {
+        node.box.low[i] = std::min(left.box.low[i], right.box.low[i]);
+        node.box.high[i] = std::max(left.box.high[i], right.box.high[i]);
+    }
+    const Node& smaller = right.angle < left.angle ? right : left; // the first of equal ears stays
+    node.angle = smaller.angle;
+    node.ear = smaller.ear;
+}
+
+static void SetLeaf(Outline& outline, int index)
+{
+    const Corner& corner = GetCorner(outline, index);
+    outline.nodes[std::size_t(outline.leaves + index)] = {
+        GetBox(corner.flat, corner.flat, corner.flat), corner.angle, index};
+}
+
+static void SetLeafBlocked(Outline& outline, int index)
+{
+    Node& leaf = outline.nodes[std::size_t(outline.leaves + index)];
+    leaf.angle = infinity;
+    leaf.ear = noone;
+}
+
+// Brings the tree up to date above three leaves.
+static void MendTree(Outline& outline, int a, int b, int c)
+{
+    std::array<int, 3> indices = {outline.leaves + a, outline.leaves + b, outline.leaves + c};
+    while (indices[0] > 1) {
+        int joined = noone; // neighbours soon have the same node above them
+        for (int& index : indices) {
+            index /= 2;
+            if (index != joined) {
+                JoinNodes(outline, index);
+                joined = index;
+            }
+        }
+    }
+}
+
+static Outline FlattenSide(const Side* side, const FlatPlane& plane)
+{
+    const int number = side->pointnumber;
     Outline outline;
-    const auto number = std::size_t(side->pointnumber);
-    const Block<float[][3]> flat = GetPlanePointsOfSide(side);
-    outline.points.assign(side->points, side->points + number);
-    outline.flat.resize(number);
-    outline.angles.resize(number);
-    for (std::size_t i = 0; i < number; i++) {
-        std::copy_n(flat[i], 3, outline.flat[i].data());
+    outline.leaves = int(std::bit_ceil(unsigned(number)));
+    outline.first = 0;
+    outline.corners.resize(std::size_t(number));
+    outline.nodes.assign(2 * std::size_t(outline.leaves), {nowhere, infinity, noone});
+    for (int i = 0; i < number; i++) {
+        Corner& corner = outline.corners[std::size_t(i)];
+        LayFlat(plane, GetPointOfSide(side, i), corner.flat);
+        corner.previous = i == 0 ? number - 1 : i - 1;
+        corner.next = i + 1 == number ? 0 : i + 1;
     }
     return outline;
 }
 
-static std::size_t GetPrevious(const Outline& outline, std::size_t i)
-{
-    return i == 0 ? outline.points.size() - 1 : i - 1;
-}
-
-static std::size_t GetNext(const Outline& outline, std::size_t i)
-{
-    return i + 1 == outline.points.size() ? 0 : i + 1;
-}
-
-constexpr double fullturn = 2 * std::numbers::pi;
-
 static void MeasureAngles(Outline& outline)
 {
-    for (std::size_t i = 0; i < outline.points.size(); i++) {
-        const float* previous = outline.flat[GetPrevious(outline, i)].data();
-        const float* own = outline.flat[i].data();
-        const float* next = outline.flat[GetNext(outline, i)].data();
-        const double alfa = GetAlfaOfThreePoints2d(own, previous, next);
-        outline.angles[i] = float(GetOrientation(previous, own, next) > 0 ? alfa : fullturn - alfa);
+    for (Corner& corner : outline.corners) {
+        corner.length = GetLength2d(corner.flat, GetCorner(outline, corner.next).flat);
+    }
+    for (Corner& corner : outline.corners) {
+        const Corner& previous = GetCorner(outline, corner.previous);
+        const Corner& next = GetCorner(outline, corner.next);
+        const double alfa = GetAlfaOfTriangle(previous.length, corner.length,
+                                              GetLength2d(previous.flat, next.flat));
+        const bool turnsleft = GetOrientation(previous.flat, corner.flat, next.flat) > 0;
+        corner.angle = float(turnsleft ? alfa : fullturn - alfa);
     }
 }
 
 static void TurnAnglesInside(Outline& outline)
 {
     float sum = 0;
-    for (float angle : outline.angles) {
-        sum += angle;
+    for (const Corner& corner : outline.corners) {
+        sum += corner.angle;
     }
-    if (sum > double(outline.angles.size()) * fullturn - sum) {
-        for (float& angle : outline.angles) {
-            angle = float(fullturn - angle);
+    if (sum > double(outline.corners.size()) * fullturn - sum) {
+        for (Corner& corner : outline.corners) {
+            corner.angle = float(fullturn - corner.angle);
         }
     }
 }
 
-static bool IsEar(const Outline& outline, std::size_t ear)
+static void PlantTree(Outline& outline)
 {
-    const std::size_t previous = GetPrevious(outline, ear);
-    const std::size_t next = GetNext(outline, ear);
-    for (std::size_t i = 0; i < outline.points.size(); i++) {
-        if (i != previous && i != ear && i != next &&
-            InTheTriangle2d(outline.flat[i].data(), outline.flat[previous].data(),
-                            outline.flat[ear].data(), outline.flat[next].data()) != 0) {
-            return false;
-        }
+    for (int i = 0; i < int(outline.corners.size()); i++) {
+        SetLeaf(outline, i);
     }
-    return true;
+    for (int i = outline.leaves - 1; i > 0; i--) {
+        JoinNodes(outline, i);
+    }
+    const Box& box = outline.nodes[1].box;
+    const double reach = std::max({std::fabs(box.low[0]), std::fabs(box.low[1]),
+                                   std::fabs(box.high[0]), std::fabs(box.high[1])});
+    outline.margin = 1e-12 * reach * reach;
 }
 
-static std::size_t FindSmallestEar(const Outline& outline)
+// One side of a triangle as a x + b y + c, which is not negative on the side of the triangle.
+struct Line {
+    double a, b, c;
+};
+
+// The triangle of a corner and its neighbours, to be searched for other corners.
+struct EarTriangle {
+    const float* previous;
+    const float* own;
+    const float* next;
+    Box box;
+    std::array<Line, 3> lines;
+};
+
+static Line GetLine(const float* a, const float* b, const float* opposite)
 {
-    float smallest = 9.424778F; // more than any angle
-    std::size_t ear = 0;
-    for (std::size_t i = 0; i < outline.points.size(); i++) {
-        // strictly smaller: the first of equal ears stays
-        if (outline.angles[i] < smallest && IsEar(outline, i)) {
-            smallest = outline.angles[i];
-            ear = i;
-        }
-    }
-    return ear;
+    Line line = {double(a[1]) - b[1], double(b[0]) - a[0],
+                 double(b[1]) * a[0] - double(a[1]) * b[0]};
+    const double side = GetOrientation(a, b, opposite);
+    const double sign = side > 0 ? 1 : side < 0 ? -1 : 0;
+    return {sign * line.a, sign * line.b, sign * line.c};
 }
 
-static void WriteTriangle(Side* side, int first, int k, const Outline& outline, std::size_t middle)
+static bool IsBeyond(const Line& line, const Box& box, double margin)
+{
+    const double x = line.a > 0 ? box.high[0] : box.low[0];
+    const double y = line.b > 0 ? box.high[1] : box.low[1];
+    return line.a * x + line.b * y + line.c < -margin;
+}
+
+static EarTriangle MakeEarTriangle(const Outline& outline, const Corner& corner)
+{
+    const float* a = GetCorner(outline, corner.previous).flat;
+    const float* b = corner.flat;
+    const float* c = GetCorner(outline, corner.next).flat;
+    return {a, b, c, GetBox(a, b, c), {GetLine(a, b, c), GetLine(b, c, a), GetLine(c, a, b)}};
+}
+
+// A corner under the node that lies in the triangle, or noone.
+static int SearchNode(const Outline& outline, const EarTriangle& ear, int index)
+{
+    const Box& box = outline.nodes[std::size_t(index)].box;
+    if (AreApart(box, ear.box)) {
+        return noone;
+    }
+    if (index >= outline.leaves) {
+        const int corner = index - outline.leaves;
+        const float* flat = GetCorner(outline, corner).flat;
+        return InTheTriangle2d(flat, ear.previous, ear.own, ear.next) != 0 ? corner : noone;
+    }
+    for (const Line& line : ear.lines) {
+        if (IsBeyond(line, box, outline.margin)) {
+            return noone;
+        }
+    }
+    const int found = SearchNode(outline, ear, 2 * index);
+    return found != noone ? found : SearchNode(outline, ear, 2 * index + 1);
+}
+
+// The same among the corners from one position to before another.
+static int SearchRange(const Outline& outline, const EarTriangle& ear, int from, int to)
+{
+    int left = outline.leaves + from;
+    int right = outline.leaves + to;
+    int found = noone;
+    while (left < right && found == noone) {
+        if (left % 2 != 0) { // a right child: its parent covers too much
+            found = SearchNode(outline, ear, left++);
+        }
+        if (right % 2 != 0 && found == noone) {
+            found = SearchNode(outline, ear, --right);
+        }
+        left /= 2;
+        right /= 2;
+    }
+    return found;
+}
+
+// A corner in the triangle that `corner` makes with its neighbours, or noone.
+static int FindBlocker(const Outline& outline, const Corner& corner)
+{
+    const EarTriangle ear = MakeEarTriangle(outline, corner);
+    if (corner.next < corner.previous) { // between them lies the end of the outline
+        return SearchRange(outline, ear, corner.next + 1, corner.previous);
+    }
+    const int found = SearchRange(outline, ear, corner.next + 1, outline.leaves);
+    return found != noone ? found : SearchRange(outline, ear, 0, corner.previous);
+}
+
+// The corner with the smallest angle of those whose triangle is free, the first of equal ones. What
+// is blocked stays so until its blocker is cut off or its triangle changes.
+static int FindSmallestEar(Outline& outline)
+{
+    while (outline.nodes[1].ear != noone) {
+        const int ear = outline.nodes[1].ear;
+        Corner& corner = GetCorner(outline, ear);
+        corner.blocker = FindBlocker(outline, corner);
+        if (corner.blocker == noone) {
+            return ear;
+        }
+        outline.blocked.push_back(ear);
+        SetLeafBlocked(outline, ear);
+        MendTree(outline, ear, ear, ear);
+    }
+    return outline.first; // there is no ear
+}
+
+// Three positions in the outline, in its order.
+using Positions = std::array<int, 3>;
+
+static void WriteTriangle(Side* side, int first, int k, const Positions& positions)
 {
     Triangle& triangle = side->shape->triangles[first + k];
-    triangle.points[0] = outline.points[GetPrevious(outline, middle)];
-    triangle.points[1] = outline.points[middle];
-    triangle.points[2] = outline.points[GetNext(outline, middle)];
+    for (std::size_t i = 0; i < 3; i++) {
+        triangle.points[i] = side->points[positions[i]];
+    }
     triangle.shape = side->shape;
     side->triangles[k] = first + k;
 }
 
-static void ClipEar(Outline& outline, std::size_t ear)
+static Positions GetTriangleOfCorner(const Outline& outline, int index)
 {
-    const std::size_t previous = GetPrevious(outline, ear);
-    const std::size_t next = GetNext(outline, ear);
-    const float* a = outline.flat[previous].data();
-    const float* b = outline.flat[ear].data();
-    const float* c = outline.flat[next].data();
-    outline.angles[previous] = float(outline.angles[previous] - GetAlfaOfThreePoints2d(a, b, c));
-    outline.angles[next] = float(outline.angles[next] - GetAlfaOfThreePoints2d(c, a, b));
-    const auto offset = std::ptrdiff_t(ear);
-    outline.points.erase(outline.points.begin() + offset);
-    outline.flat.erase(outline.flat.begin() + offset);
-    outline.angles.erase(outline.angles.begin() + offset);
+    const Corner& corner = GetCorner(outline, index);
+    return {corner.previous, index, corner.next};
+}
+
+// What a cut ear blocked may be an ear now, and so may its neighbours.
+static void FreeBlocked(Outline& outline, int ear)
+{
+    std::erase_if(outline.blocked, [&outline, ear](int index) {
+        const Corner& corner = GetCorner(outline, index);
+        if (corner.blocker == ear) {
+            SetLeaf(outline, index);
+            MendTree(outline, index, index, index);
+            return true;
+        }
+        return index == ear || corner.previous == ear || corner.next == ear;
+    });
+}
+
+static void ClipEar(Outline& outline, int ear)
+{
+    const Corner& corner = GetCorner(outline, ear);
+    Corner& previous = GetCorner(outline, corner.previous);
+    Corner& next = GetCorner(outline, corner.next);
+    const double cut = GetLength2d(previous.flat, next.flat);
+    previous.angle = float(previous.angle - GetAlfaOfTriangle(previous.length, cut, corner.length));
+    next.angle = float(next.angle - GetAlfaOfTriangle(cut, corner.length, previous.length));
+    FreeBlocked(outline, ear);
+    previous.length = cut;
+    previous.next = corner.next;
+    next.previous = corner.previous;
+    outline.nodes[std::size_t(outline.leaves + ear)] = {nowhere, infinity, noone};
+    SetLeaf(outline, corner.previous);
+    SetLeaf(outline, corner.next);
+    MendTree(outline, corner.previous, ear, corner.next);
+    if (ear == outline.first) {
+        outline.first = corner.next;
+    }
 }
 
 void SetTrianglesOfSide(Side* side, int first)
 {
-    Outline outline = FlattenSide(side);
+    const Plane plane =
+        MakePlaneOfSide(side); // of a triangle too: looking for it may nudge a point
+    const int last = side->trianglenumber - 1;
+    if (last == 0) {
+        WriteTriangle(side, first, 0, {0, 1, 2});
+        return;
+    }
+    Outline outline = FlattenSide(side, PreparePlane(plane));
     MeasureAngles(outline);
     TurnAnglesInside(outline);
-    const int last = side->trianglenumber - 1;
+    PlantTree(outline);
     for (int k = 0; k < last; k++) {
-        const std::size_t ear = FindSmallestEar(outline);
-        WriteTriangle(side, first, k, outline, ear);
+        const int ear = FindSmallestEar(outline);
+        WriteTriangle(side, first, k, GetTriangleOfCorner(outline, ear));
         ClipEar(outline, ear);
     }
-    WriteTriangle(side, first, last, outline, 1); // the three points that remain
+    // the three corners that remain, from the first
+    const int middle = GetCorner(outline, outline.first).next;
+    WriteTriangle(side, first, last, GetTriangleOfCorner(outline, middle));
 }
 
 } // namespace korvane

@@ -2,27 +2,13 @@
 // plane: it is laid flat into two dimensions and its ears are clipped, smallest angle first.
 #pragma once
 
-#include "geometry/shapegeometry.h"
-#include "geometry/stripes.h" // who cuts sides rebuilds the stripes
-#include "scene/arrays.h"
+#include "geometry/sideplane.h"
+#include "geometry/stripes.h"
 
 namespace korvane
 {
 
 struct Side;
-
-// The mean of the side's points. The caller owns the float triple.
-Block<float[]> GetCenterOfSide(const Side* side);
-
-// The side's unit normal. A side without one nudges point 0 of its shape, a bounded number of
-// times, then takes the area normal, then (0, 0, 1).
-Block<float[]> GetNormalOfSide(Side* side);
-
-// The plane through the side's centre across its normal; see GetNormalOfSide.
-Block<Plane> GetPlaneOfSide(Side* side);
-
-// The side's points laid flat, one triple per point of which the first two members are filled.
-Block<float[][3]> GetPlanePointsOfSide(Side* side);
 
 // The angle at c between the directions to a and b, in radians, 0..pi, in the first two
 // coordinates; 0 when it cannot be told.

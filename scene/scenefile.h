@@ -1,7 +1,8 @@
-// The scene file: one plain text file with the folder tree and every shape. Real numbers carry a decimal
-// comma whatever the user's locale; a token is a run of ASCII letters, digits, "/", "-" and ",". What
-// is read is never trusted: counts are checked against the bytes that are left, indices against their
-// arrays. Reading and writing are in one piece: a file that cannot be accepted leaves the scene alone.
+// The scene file: one plain text file with the folder tree and every shape. Real numbers carry a
+// decimal comma whatever the user's locale; a token is a run of ASCII letters, digits, "/", "-" and
+// ",". What is read is never trusted: counts are checked against the bytes that are left, indices
+// against their arrays. Reading and writing are in one piece: a file that cannot be accepted leaves
+// the scene alone.
 #pragma once
 
 #include <cstdio>
@@ -12,15 +13,15 @@ namespace korvane
 // Length of a token buffer, with the terminating zero; a longer token is cut and its rest consumed.
 constexpr int tokensize = 2048;
 
-// Reads the next token into `buffer` (tokensize bytes). 0 a token was read, 1 the file has ended, which
-// leaves the buffer as it was.
+// Reads the next token into `buffer` (tokensize bytes). 0 a token was read, 1 the file has ended,
+// which leaves the buffer as it was.
 int ReadToken(FILE* file, char* buffer);
 
 // Loads a scene in the place of the current one. 0 on success; 1 after the error dialog.
 int OpenMrt(const char* path);
 
-// Writes the scene beside `path` and moves it over. 0 on success; 1 after the error dialog, and the old
-// file is as it was.
+// Writes the scene beside `path` and moves it over. 0 on success; 1 after the error dialog, and the
+// old file is as it was.
 int SaveMrt(const char* path);
 
 void FolderSave(FILE* file, int node, int depth); // the folder lines below node

@@ -1,9 +1,9 @@
 #include "scene/treeview.h"
 
-#include "scene/arrays.h"
 #include "scene/model.h"
 
 #include <algorithm>
+#include <numeric>
 #include <strings.h>
 #include <vector>
 
@@ -143,6 +143,44 @@ void SortAndShowTree()
 {
     SortChildren();
     InsertRowsBelow(0);
+}
+
+void GetSelectedShapesRecursive(int node, int* array, int* count)
+{
+    const TreeIter& top = treeiters[node];
+    if (top.type != NODE_FOLDER) {
+        array[(*count)++] = top.shapeindex;
+        return;
+    }
+    for (int i = 0; i < top.childnumber; i++) {
+        GetSelectedShapesRecursive(top.children[i], array, count);
+    }
+}
+
+// Both a folder and a node inside it may be selected (the selection drops most nested nodes, but
+// not all), so a shape can be met twice.
+Block<int[]> GetSelectedShapes(int* count)
+{
+    Block<int[]> indices(NewArray<int>(shapenumber));
+    std::vector<int> below(static_cast<std::size_t>(shapenumber));
+    std::vector<bool> taken(static_cast<std::size_t>(shapenumber), false);
+    *count = 0;
+    for (int i = 0; i < treeselectednumber; i++) {
+        int belownumber = 0;
+        GetSelectedShapesRecursive(treeselected[i], below.data(), &belownumber);
+        for (int k = 0; k < belownumber; k++) {
+            const int shape = below[std::size_t(k)];
+            if (!taken[std::size_t(shape)]) {
+                taken[std::size_t(shape)] = true;
+                indices[std::size_t((*count)++)] = shape;
+            }
+        }
+    }
+    if (*count == 0) { // Deliberate: an empty selection means all shapes
+        std::iota(indices.get(), indices.get() + shapenumber, 0);
+        *count = shapenumber;
+    }
+    return indices;
 }
 
 void ClearTree()

@@ -4,6 +4,8 @@
 // came.
 #pragma once
 
+#include "scene/arrays.h"
+
 #include <gtk/gtk.h>
 
 namespace korvane
@@ -53,6 +55,13 @@ int AddTreeIter(int parent, int type, char* name);
 // them; the result is that of AddTreeIter one by one. Takes ownership of `name`.
 int AppendTreeIter(int parent, int type, int shapeindex, char* name);
 void SortAndShowTree();
+
+// The shapes that are selected in the tree, those of selected folders included, each once; with
+// none, all shapes of the scene. Sets `count`. The caller owns the indices.
+Block<int[]> GetSelectedShapes(int* count);
+
+// Appends the shapes at and below a node to `array`, which has room for them, and raises `count`.
+void GetSelectedShapesRecursive(int node, int* array, int* count);
 
 // Frees every node but the root and removes every row. The selection handler runs once, afterwards.
 void ClearTree();

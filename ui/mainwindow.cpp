@@ -2,11 +2,11 @@
 
 #include "scene/treeview.h"
 #include "ui/dialogs.h"
-#include "ui/icons.h"
 #include "ui/menus.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
+#include "view/icons.h"
 
 #include <gtk/gtk.h>
 #include <gtk/gtkgl.h>
@@ -20,6 +20,15 @@ const int config_attributes[] = {GDK_GL_DOUBLEBUFFER,    GDK_GL_RGBA, GDK_GL_RED
                                  GDK_GL_GREEN_SIZE,      1,           GDK_GL_BLUE_SIZE,  1,
                                  GDK_GL_ALPHA_SIZE,      1,           GDK_GL_DEPTH_SIZE, 24,
                                  GDK_GL_ATTRIB_LIST_NONE};
+
+static void SetWindowIcon()
+{
+    GdkPixbuf* picture = GetIconPixbuf("icon.png");
+    if (picture != nullptr) {
+        gtk_window_set_default_icon(picture);
+        g_object_unref(picture);
+    }
+}
 
 static GtkWidget* MakeWindow()
 {
@@ -60,6 +69,14 @@ static GtkWidget* MakeTreePane()
                                    GTK_POLICY_AUTOMATIC);
     gtk_container_add(GTK_CONTAINER(pane), treeview);
     return pane;
+}
+
+static void LoadTreeIcons()
+{
+    pbfolderc = GetIconPixbuf("folder.png");
+    pbfoldero = GetIconPixbuf("folder-open.png");
+    pbside = GetIconPixbuf("side16.png");
+    pbshape = GetIconPixbuf("shape16.png");
 }
 
 // What the program cannot do without: a display that draws with OpenGL.

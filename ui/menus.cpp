@@ -2,7 +2,7 @@
 
 #include "geometry/creation.h"
 #include "scene/treeview.h"
-#include "ui/icons.h"
+#include "ui/iconimage.h"
 #include "ui/input.h"
 
 #include <gtk/gtk.h>

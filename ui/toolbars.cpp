@@ -3,7 +3,7 @@
 #include "geometry/creation.h"
 #include "scene/scenefile.h"
 #include "scene/undo.h"
-#include "ui/icons.h"
+#include "ui/iconimage.h"
 #include "ui/input.h"
 #include "view/mainview.h"
 

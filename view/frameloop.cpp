@@ -2,8 +2,8 @@
 
 #include "scene/model.h"
 #include "view/basestate.h"
+#include "view/cameraflight.h"
 #include "view/mainview.h"
-#include "view/navigation.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 

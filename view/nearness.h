@@ -1,5 +1,6 @@
-// Whether the pointer is near a point, a stripe or a triangle on the screen, and how deep they lie there.
-// All of it works in view coordinates on what it is given; no test changes the pointer unless it passes.
+// Whether the pointer is near a point, a stripe or a triangle on the screen, and how deep they lie
+// there. All of it works in view coordinates on what it is given; no test changes the pointer
+// unless it passes.
 #pragma once
 
 namespace korvane
@@ -13,12 +14,13 @@ constexpr double pickdistance = 0.016;
 
 bool PointNear2d(const float* mouse, const float* point);
 
-// True when the mouse is near the stripe; the mouse's depth is then the stripe's depth there. The first
-// segment that is near decides.
+// True when the mouse is near the stripe; the mouse's depth is then the stripe's depth there. The
+// first segment that is near decides.
 bool StripeNear2d(float* mouse, const Stripe* stripe);
 
-// True when the mouse lies in the triangle's projection or on its border; its depth is then that of the
-// triangle's plane. A triangle without area on the screen has the greatest depth of its corners.
+// True when the mouse lies in the triangle's projection or on its border; its depth is then that of
+// the triangle's plane. A triangle without area on the screen has the greatest depth of its
+// corners.
 bool InTheTriangle2dSetZ(float* mouse, const Triangle* triangle);
 
 // The same for three points.

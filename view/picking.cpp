@@ -355,8 +355,8 @@ static void SearchConstruction(ActiveElement*& candidate)
     }
 }
 
-// Takes the hover flag from the record of an array that had it last, and gives it to the candidate if it
-// is of that array's type.
+// Takes the hover flag from the record of an array that had it last, and gives it to the candidate
+// if it is of that array's type.
 static void MoveHoverIn(ActiveElement* records, int number, ElementType type, int& hovered,
                         ActiveElement* candidate)
 {

@@ -1,8 +1,8 @@
-// The element under the pointer. One record is kept for every point, stripe and side of every shape,
-// shape after shape in scene order, and one for every face of the background cube; after each pointer
-// or camera move SearchActive decides which of them is hit. All of it works in view coordinates, on
-// shapest. Behind the shapes' points activepoints holds those of a construction, which its own module
-// appends: first the duplication centres, then the new points.
+// The element under the pointer. One record is kept for every point, stripe and side of every
+// shape, shape after shape in scene order, and one for every face of the background cube; after
+// each pointer or camera move SearchActive decides which of them is hit. All of it works in view
+// coordinates, on shapest. Behind the shapes' points activepoints holds those of a construction,
+// which its own module appends: first the duplication centres, then the new points.
 #pragma once
 
 #include "view/nearness.h"
@@ -25,17 +25,18 @@ struct ActiveElement {
     void* element;          // borrowed; a point's float triple, a Stripe or a Side of shapest
 };
 
-extern ActiveElement* activepoints; // owned; the shapes' points, then duplication centres, then new points
-extern int activepointnumber;       // length of activepoints
-extern ActiveElement* activestripes; // owned; the shapes' stripes
-extern int activestripenumber;       // length of activestripes
-extern ActiveElement* activesides;   // owned; the shapes' sides
-extern int activesidenumber;         // length of activesides
+extern ActiveElement*
+    activepoints; // owned; the shapes' points, then duplication centres, then new points
+extern int activepointnumber;         // length of activepoints
+extern ActiveElement* activestripes;  // owned; the shapes' stripes
+extern int activestripenumber;        // length of activestripes
+extern ActiveElement* activesides;    // owned; the shapes' sides
+extern int activesidenumber;          // length of activesides
 extern ActiveElement activebgcube[6]; // the faces of the background cube
 extern ActiveElement* activepointer;  // borrowed; the record under the pointer, or null
 extern float cubepoints[24][3];       // screen corners of the background cube, four per face
-extern float mouse[3];                // the pointer in view coordinates; z the depth of what it hits
-extern float gmouse[3];               // where a click places a point: mouse, or snapped to the grid
+extern float mouse[3];  // the pointer in view coordinates; z the depth of what it hits
+extern float gmouse[3]; // where a click places a point: mouse, or snapped to the grid
 
 inline float* GetPointOfElement(const ActiveElement* record)
 {
@@ -50,19 +51,19 @@ inline Side* GetSideOfElement(const ActiveElement* record)
     return static_cast<Side*>(record->element);
 }
 
-// Rebuilds the record arrays from the current shapes, keeping the records of a construction at the end
-// of activepoints; clears activepointer. Call it after every change of the scene's structure.
+// Rebuilds the record arrays from the current shapes, keeping the records of a construction at the
+// end of activepoints; clears activepointer. Call it after every change of the scene's structure.
 void SetActives();
 
-// Computes anew which elements can be picked and finds the one under the pointer; nothing while a shape
-// or a duplicate is under construction or a tool mode is in force.
+// Computes anew which elements can be picked and finds the one under the pointer; nothing while a
+// shape or a duplicate is under construction or a tool mode is in force.
 void ChangeActives();
 
 void SetActivesOff(); // makes every point, stripe and side unpickable
 
-// Finds the element under `mouse` and makes it activepointer; sets mouse's depth to that of the hit. It
-// is the only writer of the hover flags. Reads mainview, showtable, selected, shapest, cubepoints,
-// newsign, duplicatesign, keyspace.
+// Finds the element under `mouse` and makes it activepointer; sets mouse's depth to that of the
+// hit. It is the only writer of the hover flags. Reads mainview, showtable, selected, shapest,
+// cubepoints, newsign, duplicatesign, keyspace.
 void SearchActive();
 
 // To be called when the coordinates of shapest[shapeindex] have changed; the projection does.
@@ -71,6 +72,7 @@ void ForgetScreenBoxes(int shapeindex);
 // Whether the element of one record belongs to that of the other; never across shapes.
 bool IsPointOfStripe(const ActiveElement* point, const ActiveElement* stripe);
 bool IsPointOfSide(const ActiveElement* point, const ActiveElement* side);
-bool IsStripeOfSide(const ActiveElement* stripe, const ActiveElement* side); // all of its points are
+bool IsStripeOfSide(const ActiveElement* stripe,
+                    const ActiveElement* side); // all of its points are
 
 } // namespace korvane

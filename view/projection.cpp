@@ -60,8 +60,8 @@ static bool IsZero(Vector v)
            std::fabs(v.z) < turntolerance;
 }
 
-// The axis through which a half turn of `a` goes in two steps: the one farthest from it. On a tie of the
-// farthest x loses to y and to z, and y loses to z.
+// The axis through which a half turn of `a` goes in two steps: the one farthest from it. On a tie
+// of the farthest x loses to y and to z, and y loses to z.
 static Vector GetAuxiliaryAxis(Vector a)
 {
     const double sx = a.y * a.y + a.z * a.z;
@@ -113,8 +113,8 @@ static bool Normalise(Vector& v)
     return length > 0 && std::isfinite(length);
 }
 
-// The turn that carries the unit vector a onto the unit vector b, at most a right angle away: Rodrigues'
-// formula with k = a x b left as long as it is, so that nothing small is divided by.
+// The turn that carries the unit vector a onto the unit vector b, at most a right angle away:
+// Rodrigues' formula with k = a x b left as long as it is, so that nothing small is divided by.
 static void TurnByRightAngleAtMost(Vector frame[3], Vector a, Vector b)
 {
     const Vector k = Cross(a, b);
@@ -125,8 +125,9 @@ static void TurnByRightAngleAtMost(Vector frame[3], Vector a, Vector b)
     }
 }
 
-// The turn that carries the direction a onto the direction b. A turn by more than a right angle goes by
-// way of the direction square to a in the plane of both; when they are opposite, in that of the axis.
+// The turn that carries the direction a onto the direction b. A turn by more than a right angle
+// goes by way of the direction square to a in the plane of both; when they are opposite, in that of
+// the axis.
 static void TurnExactly(Vector frame[3], Vector a, Vector b)
 {
     constexpr double opposite = 1e-24; // square of a sine that only rounding has left
@@ -162,7 +163,8 @@ void VectorRotateExact(float frame[][3], const float from[3], const float to[3])
     }
 }
 
-// The columns of the inverse of the view's rotation: the turn that carries its columns onto the axes.
+// The columns of the inverse of the view's rotation: the turn that carries its columns onto the
+// axes.
 static void GetInverseRotation(const MainView* view, double inverse[9])
 {
     Vector work[3] = {Load(view->rotation), Load(view->rotation + 3), Load(view->rotation + 6)};
@@ -170,8 +172,8 @@ static void GetInverseRotation(const MainView* view, double inverse[9])
     const Vector first = work[0];
     TurnExactly(work, first, {1, 0, 0});
     TurnExactly(result, first, {1, 0, 0});
-    // The second column is now square to the x axis but for rounding. Without that remainder the second
-    // turn is one about the x axis, however near to a half turn it is.
+    // The second column is now square to the x axis but for rounding. Without that remainder the
+    // second turn is one about the x axis, however near to a half turn it is.
     TurnExactly(result, {0, work[1].y, work[1].z}, {0, 1, 0});
     for (int i = 0; i < 3; i++) {
         inverse[3 * i] = result[i].x;
@@ -215,7 +217,8 @@ static double GetPointFactor(double eye, float depth)
 {
     const double z = double(depth);
     const double limit = eye - eyemargin;
-    return z > -limit && z < limit ? eye / (eye - z) : 1.0; // Deliberate: not clamped beyond the range
+    return z > -limit && z < limit ? eye / (eye - z)
+                                   : 1.0; // Deliberate: not clamped beyond the range
 }
 
 static void RotateAll(const double* rotation, const float from[][3], float to[][3], int32_t n)

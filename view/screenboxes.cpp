@@ -10,7 +10,8 @@ namespace korvane
 static constexpr float infinity = std::numeric_limits<float>::infinity();
 static constexpr ScreenBox emptybox = {infinity, -infinity, infinity, -infinity};
 
-// How far outside its points an element can be hit: the picking distance and something for rounding.
+// How far outside its points an element can be hit: the picking distance and something for
+// rounding.
 static constexpr float boxmargin = float(pickdistance + 0.001);
 
 static void AddToBox(ScreenBox& box, const ScreenBox& other)
@@ -36,8 +37,8 @@ static ScreenBox WidenBox(const ScreenBox& box, float x, float y)
     return {box.left - x, box.right + x, box.bottom - y, box.top + y};
 }
 
-// A stripe is tested inside the circles over its segments. A circle stands out of its segment's own box
-// by less than half of what the segment spans the other way.
+// A stripe is tested inside the circles over its segments. A circle stands out of its segment's own
+// box by less than half of what the segment spans the other way.
 static ScreenBox GetStripeBox(const Shape* shape, const Stripe& stripe)
 {
     const ScreenBox box = GetBox(shape, stripe.points, stripe.pointnumber);

@@ -1,6 +1,6 @@
 #include "geometry/rounding.h"
 
-#include "geometry/shapegeometry.h"
+#include "geometry/normals.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"

@@ -1,0 +1,213 @@
+#include "scene/scenefile.h"
+
+#include "scene/arrays.h"
+#include "scene/filereplacement.h"
+#include "scene/model.h"
+#include "scene/scenereader.h"
+#include "scene/scenewriter.h"
+#include "scene/tokenizer.h"
+#include "scene/treeview.h"
+#include "scene/undo.h"
+#include "ui/dialogs.h"
+#include "view/frameloop.h"
+#include "view/mainview.h"
+#include "view/picking.h"
+
+#include <string>
+
+namespace korvane
+{
+
+int ReadToken(FILE* file, char* buffer)
+{
+    FileSource source{file};
+    return ReadTokenFrom(source, buffer, tokensize) == 0 ? 1 : 0;
+}
+
+static char* CopyName(const std::string& name)
+{
+    return CopyArray(name.c_str(), int(name.size()) + 1);
+}
+
+// The node of a folder of the draft, which come first after the root, in the order of the draft.
+static int GetFolderNode(int folder)
+{
+    return folder + 1; // norootfolder gives the root
+}
+
+// Puts a draft into the scene, which is empty, and takes the draft's shapes.
+static void InstallScene(SceneDraft& draft)
+{
+    for (const FolderDraft& folder : draft.folders) {
+        AppendTreeIter(GetFolderNode(folder.parent), NODE_FOLDER, -1, CopyName(folder.name));
+    }
+    for (ShapeDraft& entry : draft.shapes) {
+        Shape* shape = entry.shape.release();
+        DeriveLoadedShape(shape);
+        AddShape(shape);
+        const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+        AppendTreeIter(GetFolderNode(entry.folder), type, shapenumber - 1, CopyName(entry.name));
+    }
+    SortAndShowTree();
+    SetActives();
+    TransferAllShape();
+}
+
+// Tells which shapes of a file could not be kept: each on standard output, their number below the
+// view.
+static void ReportDropped(const std::vector<DroppedShape>& dropped)
+{
+    if (dropped.empty()) {
+        return;
+    }
+    for (const DroppedShape& shape : dropped) {
+        std::printf("Shape %s is left out: %s\n", shape.path.c_str(), shape.reason);
+    }
+    const char* rest =
+        dropped.size() == 1 ? " damaged shape is left out" : " damaged shapes are left out";
+    PrintStatusBar((std::to_string(dropped.size()) + rest).c_str());
+}
+
+static int FailToOpen()
+{
+    ErrorDialog("Can't open the scene!");
+    return 1;
+}
+
+int OpenMrt(const char* path)
+{
+    FileBytes file;
+    if (!ReadRegularFile(path, file)) {
+        return FailToOpen();
+    }
+    SceneDraft draft = ReadScene(file.GetText());
+    if (!draft.isscene) {
+        return FailToOpen();
+    }
+    NewMrt();
+    rdstate |= redrawwanted;
+    if (!draft.hasfolders) {
+        return FailToOpen();
+    }
+    InstallScene(draft);
+    ReportDropped(draft.dropped);
+    return 0;
+}
+
+static void WriteFolders(SceneText& text, int node, int depth)
+{
+    const TreeIter& folder = treeiters[node];
+    for (int i = 0; i < folder.childnumber; i++) {
+        const TreeIter& child = treeiters[folder.children[i]];
+        if (child.type == NODE_FOLDER) {
+            WriteFolderLine(text, GetNameForFile(child.name, "folder"), depth);
+            WriteFolders(text, folder.children[i], depth + 1);
+        }
+    }
+}
+
+// `path` is that of the node.
+static void WriteShapes(SceneText& text, int node, const std::string& path)
+{
+    const TreeIter& folder = treeiters[node];
+    for (int i = 0; i < folder.childnumber; i++) {
+        const TreeIter& child = treeiters[folder.children[i]];
+        if (child.type == NODE_FOLDER) {
+            WriteShapes(text, folder.children[i],
+                        path + "/" + GetNameForFile(child.name, "folder"));
+        } else {
+            const std::string shapepath = path + "/" + GetNameForFile(child.name, "shape");
+            WriteShapeBlock(text, shapepath, *shapes[child.shapeindex]);
+        }
+    }
+}
+
+// The path of a folder as the file has it; empty for the root.
+static std::string GetPathForFile(int node)
+{
+    std::string path;
+    for (; node > 0; node = treeiters[node].parent) {
+        path.insert(0, "/" + GetNameForFile(treeiters[node].name, "folder"));
+    }
+    return path;
+}
+
+void FolderSave(FILE* file, int node, int depth)
+{
+    SceneText text(file);
+    WriteFolders(text, node, depth);
+    FlushText(text);
+}
+
+void ShapeSave(FILE* file, int node)
+{
+    SceneText text(file);
+    WriteShapes(text, node, GetPathForFile(node));
+    FlushText(text);
+}
+
+static void WriteScene(FILE* file)
+{
+    SceneText text(file);
+    WriteHeader(text, shapenumber);
+    FlushText(text);
+    FolderSave(file, 0, 1);
+    std::fputs("\n", file);
+    ShapeSave(file, 0);
+}
+
+int SaveMrt(const char* path)
+{
+    if (!ReplaceFile(path, WriteScene)) {
+        ErrorDialog("Can't save the scene!");
+        return 1;
+    }
+    return 0;
+}
+
+int NewMrt()
+{
+    DelPuffer();
+    DelScene();
+    return 0;
+}
+
+void DelScene()
+{
+    DeleteAllShapes();
+    ClearTree();
+}
+
+void New()
+{
+    NewMrt();
+    rdstate |= redrawwanted;
+}
+
+void Open()
+{
+    const Block<char[]> name = FileDialog(FILE_OPENSCENE);
+    if (name != nullptr) {
+        OpenMrt(name.get());
+    }
+}
+
+static void SaveInMode(int mode)
+{
+    const Block<char[]> name = FileDialog(mode);
+    if (name != nullptr) {
+        SaveMrt(name.get());
+    }
+}
+
+void Save()
+{
+    SaveInMode(FILE_SAVESCENE);
+}
+
+void SaveAs()
+{
+    SaveInMode(FILE_SAVESCENEAS);
+}
+
+} // namespace korvane

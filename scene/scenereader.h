@@ -1,0 +1,58 @@
+// From the bytes of a scene file to a draft of the scene. Nothing of what is read is trusted: a
+// list ends with the file, whatever its count says, and a shape whose sides cannot be spanned
+// between its points is left out and named. The draft knows no tree and no window; OpenMrt puts it
+// into the scene.
+#pragma once
+
+#include "scene/model.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvane
+{
+
+struct ShapeDeleter {
+    void operator()(Shape* shape) const
+    {
+        DeleteShape(shape);
+    }
+};
+
+constexpr int norootfolder = -1; // the place of what stands at the top level
+
+struct FolderDraft {
+    std::string name;
+    int parent; // an earlier index in SceneDraft::folders, or norootfolder
+};
+
+struct ShapeDraft {
+    std::string name;
+    int folder; // an index in SceneDraft::folders, or norootfolder
+    std::unique_ptr<Shape, ShapeDeleter> shape;
+};
+
+struct DroppedShape {
+    std::string path;
+    const char* reason; // a clause that follows "because"
+};
+
+struct SceneDraft {
+    bool isscene = false; // the header is that of a scene file; without it nothing else is filled
+    bool hasfolders = false; // the folders follow the shape count; without them there is no more
+    bool mismatched = false; // some later keyword was another than expected
+    std::vector<FolderDraft> folders; // in file order
+    std::vector<ShapeDraft> shapes;   // in file order
+    std::vector<DroppedShape> dropped;
+};
+
+// Reads a whole file. The shapes have points, vertexes, sides and room for their triangles; what is
+// derived is missing (see DeriveLoadedShape).
+SceneDraft ReadScene(std::string_view bytes);
+
+// Cuts the triangles of a shape that was read and builds its stripes, normals and edges.
+void DeriveLoadedShape(Shape* shape);
+
+} // namespace korvane

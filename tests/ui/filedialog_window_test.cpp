@@ -1,0 +1,279 @@
+// File dialogs, their answers typed. The remembered names live as long as the process, so each kind
+// of file has a test of its own and the scene's, which four modes share, are told as one story.
+#include "ui/dialogs.h"
+
+#include "tests/support/widgets.h"
+#include "ui/input.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+using namespace korvane;
+using namespace korvane::testing;
+
+namespace fs = std::filesystem;
+
+// A working directory of the test's own with a folder "examples" and files to choose, gone
+// afterwards.
+class FileDialogs : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        char name[] = "/tmp/korvane-files-XXXXXX";
+        folder = fs::canonical(mkdtemp(name)).string();
+        before = fs::current_path();
+        fs::create_directory(folder + "/examples");
+        fs::create_directory(folder + "/other");
+        fs::current_path(folder);
+        ShowMainWindow();
+    }
+
+    void TearDown() override
+    {
+        fs::current_path(before);
+        fs::remove_all(folder);
+    }
+
+    std::string folder;
+    fs::path before;
+};
+
+static GtkFileChooser* GetChooser(GtkDialog* dialog)
+{
+    return GTK_FILE_CHOOSER(FindWidget(GTK_WIDGET(dialog), GTK_TYPE_FILE_CHOOSER_WIDGET));
+}
+
+static std::string TakeText(char* text)
+{
+    const std::string copy = GetText(text);
+    g_free(text);
+    return copy;
+}
+
+static std::string GetFolder(GtkDialog* dialog)
+{
+    return TakeText(gtk_file_chooser_get_current_folder(GetChooser(dialog)));
+}
+
+static void Press(GtkDialog* dialog, int response)
+{
+    gtk_button_clicked(GTK_BUTTON(gtk_dialog_get_widget_for_response(dialog, response)));
+}
+
+// Types a path as a user does, who begins with "/": into the location entry, or that of the name.
+static void TypePath(GtkDialog* dialog, const std::string& path)
+{
+    GtkWidget* inside = FindWidget(GTK_WIDGET(dialog), g_type_from_name("GtkFileChooserDefault"));
+    g_signal_emit_by_name(inside, "location-popup", "");
+    gtk_entry_set_text(GTK_ENTRY(FindWidget(inside, g_type_from_name("GtkFileChooserEntry"))),
+                       path.c_str());
+}
+
+// Runs a file dialog, waits until it shows `start` (unless empty), types the path and accepts.
+static std::string Choose(int mode, const std::string& path, const std::string& start = "")
+{
+    bool typed = false;
+    AnswerDialog([=](GtkDialog* dialog) mutable {
+        if (!typed) {
+            if (!start.empty() && GetFolder(dialog) != start) {
+                return false;
+            }
+            TypePath(dialog, path);
+            typed = true;
+        }
+        if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))) != path) {
+            return false; // the chooser still reads
+        }
+        Press(dialog, GTK_RESPONSE_OK);
+        return true;
+    });
+    const Block<char[]> name = FileDialog(mode);
+    return name == nullptr ? "nothing" : name.get();
+}
+
+// Runs a file dialog, waits until it shows `start`, and cancels.
+static void ExpectStartsIn(int mode, const std::string& start)
+{
+    AnswerDialog([&](GtkDialog* dialog) {
+        if (GetFolder(dialog) != start) {
+            return false;
+        }
+        Press(dialog, GTK_RESPONSE_CANCEL);
+        return true;
+    });
+    EXPECT_EQ(FileDialog(mode), nullptr);
+}
+
+struct Look {
+    const char* title;
+    GtkFileChooserAction action;
+    const char* acceptbutton;
+    const char* shown;  // a file that the filter shows
+    const char* hidden; // and one that it does not
+};
+
+static bool IsShown(GtkFileFilter* filter, const std::string& name, const char* type)
+{
+    const auto contains =
+        GtkFileFilterFlags(GTK_FILE_FILTER_DISPLAY_NAME | GTK_FILE_FILTER_MIME_TYPE);
+    const GtkFileFilterInfo info{contains, nullptr, nullptr, name.c_str(), type};
+    return gtk_file_filter_filter(filter, &info);
+}
+
+static void ExpectLook(GtkDialog* dialog, const Look& look)
+{
+    EXPECT_STREQ(gtk_window_get_title(GTK_WINDOW(dialog)), look.title);
+    EXPECT_TRUE(gtk_window_get_modal(GTK_WINDOW(dialog)));
+    EXPECT_TRUE(gtk_window_get_destroy_with_parent(GTK_WINDOW(dialog)));
+    EXPECT_EQ(gtk_window_get_transient_for(GTK_WINDOW(dialog)), GTK_WINDOW(mainwindow));
+    const auto buttons = GetChildren(gtk_dialog_get_action_area(dialog));
+    ASSERT_EQ(buttons.size(), 2U); // listed from the right
+    EXPECT_STREQ(gtk_button_get_label(GTK_BUTTON(buttons[0])), look.acceptbutton);
+    EXPECT_STREQ(gtk_button_get_label(GTK_BUTTON(buttons[1])), "gtk-cancel");
+
+    GtkFileChooser* chooser = GetChooser(dialog);
+    EXPECT_EQ(gtk_file_chooser_get_action(chooser), look.action);
+    int width = 0;
+    int height = 0;
+    gtk_widget_get_size_request(GTK_WIDGET(chooser), &width, &height);
+    EXPECT_EQ(width, 640);
+    EXPECT_EQ(height, 400);
+    GSList* filters = gtk_file_chooser_list_filters(chooser);
+    EXPECT_EQ(g_slist_length(filters), 1U);
+    g_slist_free(filters);
+    GtkFileFilter* filter = gtk_file_chooser_get_filter(chooser);
+    EXPECT_TRUE(IsShown(filter, look.shown, "image/png"));
+    EXPECT_FALSE(IsShown(filter, look.hidden, "text/plain"));
+}
+
+static void LookAtDialog(int mode, const Look& look)
+{
+    AnswerDialog([&](GtkDialog* dialog) {
+        ExpectLook(dialog, look);
+        Press(dialog, GTK_RESPONSE_CANCEL);
+        return true;
+    });
+    EXPECT_EQ(FileDialog(mode), nullptr);
+}
+
+TEST_F(FileDialogs, LookAsTheirModesSay)
+{
+    LookAtDialog(FILE_OPENIMAGE, {"Open image", GTK_FILE_CHOOSER_ACTION_OPEN, "gtk-open",
+                                  "picture.png", "letter.txt"});
+    LookAtDialog(FILE_EXPORTOBJ, {"Export wavefront obj", GTK_FILE_CHOOSER_ACTION_SAVE, "gtk-save",
+                                  "model.obj", "model.mrt"});
+    LookAtDialog(FILE_SAVEIMAGE,
+                 {"Save image", GTK_FILE_CHOOSER_ACTION_SAVE, "gtk-save", "a.png", "a.obj"});
+}
+
+static const Look openlook{"Open scene", GTK_FILE_CHOOSER_ACTION_OPEN, "gtk-open", "a.mrt",
+                           "a.obj"};
+static const Look savelook{"Save scene", GTK_FILE_CHOOSER_ACTION_SAVE, "gtk-save", "a.mrt",
+                           "a.obj"};
+
+TEST_F(FileDialogs, ShareOneSceneNameAmongThem)
+{
+    ExpectStartsIn(FILE_SAVESCENEAS,
+                   folder); // no name is remembered, and typed names need a folder
+    ExpectStartsIn(FILE_OPENSCENE, folder + "/examples"); // the first time
+    LookAtDialog(FILE_OPENSCENE, openlook);
+    LookAtDialog(FILE_SAVESCENE, savelook); // without a name, Save asks as Save as does
+    LookAtDialog(FILE_SAVESCENEAS, savelook);
+
+    // Opening gives the extension too, and Save then writes there without asking.
+    EXPECT_EQ(Choose(FILE_OPENSCENE, folder + "/other/house"), folder + "/other/house.mrt");
+    EXPECT_STREQ(FileDialog(FILE_SAVESCENE).get(), (folder + "/other/house.mrt").c_str());
+    ExpectStartsIn(FILE_OPENSCENE, folder + "/other");
+    ExpectStartsIn(FILE_SAVESCENEAS, folder + "/other");
+
+    EXPECT_EQ(Choose(FILE_SAVESCENEAS, folder + "/tower.mrt", folder + "/other"),
+              folder + "/tower.mrt");
+    EXPECT_STREQ(FileDialog(FILE_SAVESCENE).get(), (folder + "/tower.mrt").c_str());
+    ExpectStartsIn(FILE_OPENSCENE, folder); // beside the scene, not in the examples
+
+    EXPECT_EQ(Choose(FILE_OPENSCENE, "/tower"), "/tower.mrt");
+    ExpectStartsIn(FILE_OPENSCENE, "/"); // the root's name is its own separator
+}
+
+TEST_F(FileDialogs, GiveAnExportTheExtensionObjLetterForLetter)
+{
+    EXPECT_EQ(Choose(FILE_EXPORTOBJ, folder + "/model"), folder + "/model.obj");
+    EXPECT_EQ(Choose(FILE_EXPORTOBJ, folder + "/model.obj"), folder + "/model.obj");
+    EXPECT_EQ(Choose(FILE_EXPORTOBJ, folder + "/MODEL.OBJ"), folder + "/MODEL.OBJ.obj");
+    EXPECT_EQ(Choose(FILE_EXPORTOBJ, folder + "/model.mrt"), folder + "/model.mrt.obj");
+    EXPECT_EQ(Choose(FILE_EXPORTOBJ, "/m"), "/m.obj"); // shorter than the extension
+    ExpectStartsIn(FILE_EXPORTOBJ, "/");
+}
+
+TEST_F(FileDialogs, GiveAPictureTheExtensionPng)
+{
+    EXPECT_EQ(Choose(FILE_SAVEIMAGE, folder + "/other/view"), folder + "/other/view.png");
+    EXPECT_EQ(Choose(FILE_SAVEIMAGE, folder + "/view.png", folder + "/other"),
+              folder + "/view.png");
+    ExpectStartsIn(FILE_SAVEIMAGE, folder);
+}
+
+TEST_F(FileDialogs, OpenAPictureUnderTheNameItHas)
+{
+    EXPECT_EQ(Choose(FILE_OPENIMAGE, folder + "/other/view.jpeg"), folder + "/other/view.jpeg");
+    ExpectStartsIn(FILE_OPENIMAGE, folder + "/other");
+}
+
+TEST_F(FileDialogs, KeepTheRememberedNameWhenCancelled)
+{
+    EXPECT_EQ(Choose(FILE_SAVEIMAGE, folder + "/other/a.png"), folder + "/other/a.png");
+    AnswerDialog([&](GtkDialog* dialog) {
+        TypePath(dialog, folder + "/b.png");
+        Press(dialog, GTK_RESPONSE_CANCEL);
+        return true;
+    });
+    EXPECT_EQ(FileDialog(FILE_SAVEIMAGE), nullptr);
+    ExpectStartsIn(FILE_SAVEIMAGE, folder + "/other");
+}
+
+TEST_F(FileDialogs, AreEmptyHandedWithoutAName)
+{
+    AnswerDialog([&](GtkDialog* dialog) {
+        gtk_file_chooser_unselect_all(GetChooser(dialog));
+        Press(dialog, GTK_RESPONSE_OK);
+        return true;
+    });
+    EXPECT_EQ(FileDialog(FILE_SAVEIMAGE), nullptr); // nothing was typed
+    AnswerDialog(GTK_RESPONSE_DELETE_EVENT);
+    EXPECT_EQ(FileDialog(FILE_SAVEIMAGE), nullptr);
+}
+
+TEST_F(FileDialogs, AcceptAFileThatIsActivated)
+{
+    std::ofstream(folder + "/other/model.obj") << "v 0 0 0\n";
+    bool typed = false;
+    AnswerDialog([&](GtkDialog* dialog) {
+        if (!typed) {
+            TypePath(dialog, folder + "/other/model.obj");
+            typed = true;
+        }
+        if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))).empty()) {
+            return false;
+        }
+        g_signal_emit_by_name(GetChooser(dialog), "file-activated"); // a double click
+        return true;
+    });
+    const Block<char[]> name = FileDialog(FILE_EXPORTOBJ);
+    EXPECT_EQ(GetText(name.get()), folder + "/other/model.obj");
+}
+
+TEST_F(FileDialogs, LeaveThePointerIdle)
+{
+    mstate = 3; // a drag whose release the dialog swallows
+    AnswerDialog(GTK_RESPONSE_CANCEL);
+    FileDialog(FILE_SAVEIMAGE);
+    EXPECT_EQ(mstate, 0);
+    mstate = 1;
+    Choose(FILE_EXPORTOBJ, folder + "/model.obj");
+    EXPECT_EQ(mstate, 0);
+}

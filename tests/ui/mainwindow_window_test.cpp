@@ -1,0 +1,251 @@
+#include "ui/mainwindow.h"
+
+#include "scene/arrays.h"
+#include "scene/model.h"
+#include "scene/scenefile.h"
+#include "scene/treeview.h"
+#include "tests/support/widgets.h"
+#include "ui/dialogs.h"
+#include "ui/toolbars.h"
+#include "view/frameloop.h"
+#include "view/glsetup.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtkgl.h>
+
+#include <iterator>
+#include <string>
+#include <vector>
+
+using namespace korvane;
+using namespace korvane::testing;
+
+struct Size {
+    int width;
+    int height;
+    bool operator==(const Size&) const = default;
+};
+
+static Size GetSizeRequest(GtkWidget* widget)
+{
+    Size size{};
+    gtk_widget_get_size_request(widget, &size.width, &size.height);
+    return size;
+}
+
+struct Packing {
+    bool expand;
+    bool fill;
+    unsigned int padding;
+    bool operator==(const Packing&) const = default;
+};
+
+static Packing GetPacking(GtkWidget* box, GtkWidget* child)
+{
+    gboolean expand = FALSE;
+    gboolean fill = FALSE;
+    unsigned int padding = 0;
+    GtkPackType type = GTK_PACK_END;
+    gtk_box_query_child_packing(GTK_BOX(box), child, &expand, &fill, &padding, &type);
+    EXPECT_EQ(type, GTK_PACK_START);
+    return {expand == TRUE, fill == TRUE, padding};
+}
+
+static void ExpectPlainBox(GtkWidget* box, std::size_t children)
+{
+    EXPECT_FALSE(gtk_box_get_homogeneous(GTK_BOX(box)));
+    EXPECT_EQ(gtk_box_get_spacing(GTK_BOX(box)), 0);
+    ASSERT_EQ(GetChildren(box).size(), children);
+}
+
+static GtkWidget* GetColumn()
+{
+    return gtk_bin_get_child(GTK_BIN(ShowMainWindow()));
+}
+
+static GtkWidget* GetMiddle()
+{
+    return GetChildren(GetColumn()).at(1);
+}
+
+static GtkWidget* GetViewport()
+{
+    return GetChildren(GetMiddle()).at(2);
+}
+
+static GtkWidget* GetArea()
+{
+    return gtk_bin_get_child(GTK_BIN(GetViewport()));
+}
+
+TEST(MainWindow, HasItsTitleItsIconAndItsSizes)
+{
+    GtkWidget* window = ShowMainWindow();
+    EXPECT_EQ(window, mainwindow);
+    EXPECT_STREQ(gtk_window_get_title(GTK_WINDOW(window)), "Vintra");
+    EXPECT_EQ(GetSizeRequest(window), (Size{640, 480}));
+    Size size{};
+    gtk_window_get_default_size(GTK_WINDOW(window), &size.width, &size.height);
+    EXPECT_EQ(size, (Size{900, 600}));
+    EXPECT_EQ(gtk_container_get_border_width(GTK_CONTAINER(window)), 2U);
+    EXPECT_TRUE(IsConnected(window, "destroy", G_CALLBACK(gtk_main_quit)));
+    GList* icons = gtk_window_get_default_icon_list();
+    ASSERT_EQ(g_list_length(icons), 1U);
+    EXPECT_TRUE(IsIcon(GDK_PIXBUF(icons->data), "icon.png"));
+    g_list_free(icons);
+}
+
+TEST(MainWindow, StacksTheNotebookTheMiddleAndTheStatusBar)
+{
+    GtkWidget* column = GetColumn();
+    ASSERT_TRUE(GTK_IS_VBOX(column));
+    ExpectPlainBox(column, 3);
+    const auto children = GetChildren(column);
+    EXPECT_TRUE(GTK_IS_NOTEBOOK(children[0]));
+    EXPECT_TRUE(GTK_IS_HBOX(children[1]));
+    EXPECT_EQ(children[2], statusbar);
+    EXPECT_EQ(GetPacking(column, children[0]), (Packing{false, false, 0}));
+    EXPECT_EQ(GetPacking(column, children[1]), (Packing{true, true, 5}));
+    EXPECT_EQ(GetPacking(column, children[2]), (Packing{false, false, 0}));
+    EXPECT_TRUE(IsConnected(children[0], "switch-page", G_CALLBACK(ChangeMenuTab)));
+}
+
+TEST(MainWindow, SetsTheTreeBesideTheView)
+{
+    GtkWidget* middle = GetMiddle();
+    ExpectPlainBox(middle, 3);
+    const auto children = GetChildren(middle);
+    EXPECT_TRUE(GTK_IS_SCROLLED_WINDOW(children[0]));
+    EXPECT_TRUE(GTK_IS_VSEPARATOR(children[1]));
+    EXPECT_TRUE(GTK_IS_VIEWPORT(children[2]));
+    EXPECT_EQ(GetPacking(middle, children[0]), (Packing{false, true, 0}));
+    EXPECT_EQ(GetPacking(middle, children[1]), (Packing{false, false, 0}));
+    EXPECT_EQ(GetPacking(middle, children[2]), (Packing{true, true, 0}));
+}
+
+TEST(TreePane, IsNarrowAndScrollsWhenItHasTo)
+{
+    GtkWidget* pane = GetChildren(GetMiddle()).at(0);
+    EXPECT_EQ(GetSizeRequest(pane), (Size{260, -1}));
+    EXPECT_EQ(gtk_container_get_border_width(GTK_CONTAINER(pane)), 3U);
+    EXPECT_EQ(gtk_scrolled_window_get_shadow_type(GTK_SCROLLED_WINDOW(pane)), GTK_SHADOW_IN);
+    GtkPolicyType across = GTK_POLICY_ALWAYS;
+    GtkPolicyType along = GTK_POLICY_ALWAYS;
+    gtk_scrolled_window_get_policy(GTK_SCROLLED_WINDOW(pane), &across, &along);
+    EXPECT_EQ(across, GTK_POLICY_AUTOMATIC);
+    EXPECT_EQ(along, GTK_POLICY_AUTOMATIC);
+    EXPECT_EQ(gtk_bin_get_child(GTK_BIN(pane)), treeview);
+}
+
+TEST(TreePane, ShowsTheStoreWithItsThreeColumns)
+{
+    ShowMainWindow();
+    GtkTreeModel* model = GTK_TREE_MODEL(store);
+    EXPECT_EQ(gtk_tree_view_get_model(GTK_TREE_VIEW(treeview)), model);
+    ASSERT_EQ(gtk_tree_model_get_n_columns(model), 3);
+    EXPECT_EQ(gtk_tree_model_get_column_type(model, 0), GDK_TYPE_PIXBUF);
+    EXPECT_EQ(gtk_tree_model_get_column_type(model, 1), G_TYPE_STRING);
+    EXPECT_EQ(gtk_tree_model_get_column_type(model, 2), G_TYPE_INT);
+}
+
+TEST(TreePane, SelectsSeveralRowsAndDoesNotReorderThemYet)
+{
+    ShowMainWindow();
+    GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
+    EXPECT_EQ(gtk_tree_selection_get_mode(selection), GTK_SELECTION_MULTIPLE);
+    EXPECT_FALSE(gtk_tree_view_get_reorderable(GTK_TREE_VIEW(treeview)));
+}
+
+TEST(TreePane, DrawsTheIconOfARowBeforeItsName)
+{
+    ShowMainWindow();
+    const int node = AddTreeIter(0, NODE_FOLDER, CopyArray("cellar", 7));
+    GList* columns = gtk_tree_view_get_columns(GTK_TREE_VIEW(treeview));
+    ASSERT_EQ(g_list_length(columns), 1U);
+    GtkTreeViewColumn* column = GTK_TREE_VIEW_COLUMN(columns->data);
+    g_list_free(columns);
+    gtk_tree_view_column_cell_set_cell_data(column, GTK_TREE_MODEL(store), &treeiters[node].iter,
+                                            FALSE, FALSE);
+    GList* cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
+    ASSERT_EQ(g_list_length(cells), 2U);
+    GdkPixbuf* picture = nullptr;
+    char* name = nullptr;
+    g_object_get(cells->data, "pixbuf", &picture, nullptr);
+    g_object_get(cells->next->data, "text", &name, nullptr);
+    EXPECT_EQ(picture, pbfolderc);
+    EXPECT_STREQ(name, "cellar");
+    g_object_unref(picture);
+    g_free(name);
+    g_list_free(cells);
+    ClearTree();
+}
+
+TEST(TreePane, HasItsIcons)
+{
+    ShowMainWindow();
+    EXPECT_TRUE(IsIcon(pbfolderc, "folder.png"));
+    EXPECT_TRUE(IsIcon(pbfoldero, "folder-open.png"));
+    EXPECT_TRUE(IsIcon(pbside, "side16.png"));
+    EXPECT_TRUE(IsIcon(pbshape, "shape16.png"));
+}
+
+TEST(TreePane, StartsWithTheRootAlone)
+{
+    ShowMainWindow();
+    ASSERT_EQ(treeiternumber, 1);
+    const TreeIter& root = treeiters[0];
+    EXPECT_STREQ(root.name, "scene");
+    EXPECT_EQ(root.type, NODE_FOLDER);
+    EXPECT_EQ(root.parent, -1);
+    EXPECT_EQ(root.shapeindex, -1);
+    EXPECT_EQ(root.childnumber, 0);
+    EXPECT_NE(root.children, nullptr);
+    EXPECT_EQ(gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store), nullptr), 0);
+}
+
+TEST(ViewPane, RedrawsWhenItIsGivenAnotherSize)
+{
+    GtkWidget* viewport = GetViewport();
+    EXPECT_EQ(gtk_container_get_border_width(GTK_CONTAINER(viewport)), 3U);
+    EXPECT_TRUE(GTK_CONTAINER(viewport)->reallocate_redraws);
+    EXPECT_TRUE(GTK_IS_DRAWING_AREA(GetArea()));
+}
+
+TEST(ViewPane, HearsThePointerButAsksForNoWheel)
+{
+    EXPECT_EQ(gtk_widget_get_events(GetArea()), 0x20364);
+}
+
+TEST(ViewPane, AsksForADeepDoubleBufferedFrame)
+{
+    const std::vector<int> wanted{GDK_GL_DOUBLEBUFFER,    GDK_GL_RGBA, GDK_GL_RED_SIZE,   1,
+                                  GDK_GL_GREEN_SIZE,      1,           GDK_GL_BLUE_SIZE,  1,
+                                  GDK_GL_ALPHA_SIZE,      1,           GDK_GL_DEPTH_SIZE, 24,
+                                  GDK_GL_ATTRIB_LIST_NONE};
+    EXPECT_EQ(std::vector<int>(config_attributes, config_attributes + wanted.size()), wanted);
+    GtkWidget* area = GetArea();
+    ASSERT_TRUE(gtk_widget_is_gl_capable(area));
+    GdkGLConfig* config = gtk_widget_get_gl_config(area);
+    EXPECT_TRUE(gdk_gl_config_is_double_buffered(config));
+    EXPECT_TRUE(gdk_gl_config_is_rgba(config));
+    EXPECT_TRUE(gdk_gl_config_has_alpha(config));
+    EXPECT_TRUE(gdk_gl_config_has_depth_buffer(config));
+    GdkGLContext* context = gtk_widget_get_gl_context(area);
+    EXPECT_EQ(gdk_gl_context_get_share_list(context), nullptr);
+    EXPECT_EQ(gdk_gl_context_get_render_type(context), GDK_GL_RGBA_TYPE);
+}
+
+TEST(ViewPane, HandsItsEventsToTheView)
+{
+    GtkWidget* area = GetArea();
+    EXPECT_TRUE(IsConnected(area, "realize", G_CALLBACK(InitGl)));
+    EXPECT_TRUE(IsConnected(area, "configure-event", G_CALLBACK(ConfigGl)));
+    EXPECT_TRUE(IsConnected(area, "expose-event", G_CALLBACK(ReDraw)));
+}
+
+TEST(MainWindow, TicksAsLongAsItIsThere)
+{
+    ShowMainWindow();
+    const int before = runtime;
+    EXPECT_TRUE(HandleEventsUntil([=] { return runtime > before + 1; }));
+}

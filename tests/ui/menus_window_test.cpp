@@ -1,0 +1,159 @@
+#include "ui/menus.h"
+
+#include "scene/treeview.h"
+#include "tests/support/widgets.h"
+#include "ui/input.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace korvane;
+using namespace korvane::testing;
+
+struct Item {
+    const char* label = nullptr; // null: a separator
+    const char* stock = nullptr; // null: a check item
+    GCallback handler = nullptr; // null while the command does not exist
+    void* data = nullptr;
+    GtkWidget** global = nullptr;
+};
+using Items = std::vector<Item>;
+
+static const char colour[] = "gtk-select-color";
+static const char missing[] = "gtk-missing_image"; // with the underscore
+
+static const Items sidegroup = {{"Set color of side", colour},
+                                {"Move side", missing},
+                                {"Rotate side", missing},
+                                {"Scale side", missing},
+                                {}};
+static const Items shapegroup = {{"Set color of shape", colour}, {"Move shape", missing},
+                                 {"Rotate shape", missing},      {"Scale shape", missing},
+                                 {"Delete Shape", "gtk-delete"}, {}};
+static const Items selectiongroup = {{"Set color of selected", colour},
+                                     {"Move selected", missing},
+                                     {"Rotate selected", missing},
+                                     {"Scale selected", missing}};
+
+static Items Join(const std::vector<Items>& groups)
+{
+    Items all;
+    for (const Items& group : groups) {
+        all.insert(all.end(), group.begin(), group.end());
+    }
+    return all;
+}
+
+static void ExpectImage(GtkWidget* item, const char* stock)
+{
+    GtkWidget* image = gtk_image_menu_item_get_image(GTK_IMAGE_MENU_ITEM(item));
+    ASSERT_EQ(gtk_image_get_storage_type(GTK_IMAGE(image)), GTK_IMAGE_STOCK);
+    char* id = nullptr;
+    GtkIconSize size = GTK_ICON_SIZE_INVALID;
+    gtk_image_get_stock(GTK_IMAGE(image), &id, &size);
+    EXPECT_STREQ(id, stock);
+    EXPECT_EQ(size, GTK_ICON_SIZE_MENU);
+}
+
+static void ExpectItem(GtkWidget* item, const Item& row)
+{
+    SCOPED_TRACE(row.label == nullptr ? "a separator" : row.label);
+    EXPECT_TRUE(gtk_widget_get_visible(item));
+    if (row.label == nullptr) {
+        EXPECT_TRUE(GTK_IS_SEPARATOR_MENU_ITEM(item));
+        return;
+    }
+    EXPECT_STREQ(gtk_menu_item_get_label(GTK_MENU_ITEM(item)), row.label);
+    EXPECT_TRUE(gtk_menu_item_get_use_underline(GTK_MENU_ITEM(item)));
+    if (row.stock == nullptr) {
+        EXPECT_TRUE(GTK_IS_CHECK_MENU_ITEM(item));
+    } else {
+        ExpectImage(item, row.stock);
+    }
+    if (row.global != nullptr) {
+        EXPECT_EQ(*row.global, item);
+    }
+    EXPECT_EQ(gtk_widget_get_sensitive(item), row.handler != nullptr);
+    if (row.handler != nullptr) {
+        EXPECT_TRUE(IsConnected(item, row.stock == nullptr ? "toggled" : "activate", row.handler,
+                                row.data));
+    }
+}
+
+static void ExpectMenu(GtkWidget* menu, const Items& rows)
+{
+    ASSERT_TRUE(GTK_IS_MENU(menu));
+    EXPECT_FALSE(gtk_widget_get_visible(menu)); // it waits to be popped up
+    const auto items = GetChildren(menu);
+    ASSERT_EQ(items.size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); i++) {
+        ExpectItem(items[i], rows[i]);
+    }
+}
+
+TEST(Menus, OfferTheCommandsOfTheTree)
+{
+    ShowMainWindow();
+    ExpectMenu(treemenu, {{"New shape...", "gtk-new"},
+                          {"New folder...", "gtk-directory"},
+                          {"Copy", "gtk-copy", nullptr, nullptr, &menucopys},
+                          {"Paste", "gtk-paste", nullptr, nullptr, &menupastes},
+                          {"Rename", "gtk-refresh", nullptr, nullptr, &menurename},
+                          {"Delete", "gtk-delete", nullptr, nullptr, &menudels},
+                          {"Set color", colour, nullptr, nullptr, &menucolor}});
+}
+
+TEST(Menus, OfferTheCommandsOfASideWithItsShapeAndTheSelection)
+{
+    ShowMainWindow();
+    ExpectMenu(sidemenu, Join({{{"Border of side set edge", nullptr, nullptr, nullptr, &menuborder},
+                                {"Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
+                                {}},
+                               sidegroup,
+                               shapegroup,
+                               selectiongroup}));
+}
+
+TEST(Menus, OfferTheCommandsOfAPointWithItsShapeAndTheSelection)
+{
+    ShowMainWindow();
+    ExpectMenu(pointmenu, Join({{{"Set vertex", nullptr, nullptr, nullptr, &menuvertex},
+                                 {"Delete point", "gtk-delete", nullptr, nullptr, &menupointdel},
+                                 {}},
+                                shapegroup,
+                                selectiongroup}));
+}
+
+TEST(Menus, OfferTheCommandsOfAStripeWithItsShapeAndTheSelection)
+{
+    ShowMainWindow();
+    ExpectMenu(stripemenu, Join({{{"Set edge", nullptr, nullptr, nullptr, &menuedge},
+                                  {"Delete stripe", "gtk-delete", nullptr, nullptr, &menustripedel},
+                                  {}},
+                                 shapegroup,
+                                 selectiongroup}));
+}
+
+TEST(Menus, OfferANewShapeOverTheBackground)
+{
+    ShowMainWindow();
+    ExpectMenu(bgmenu, {{"New Shape", "gtk-new"}});
+    ExpectMenu(bgmenu2, Join({{{"New Shape", "gtk-new"}, {}}, selectiongroup}));
+}
+
+TEST(Menus, HaveNothingCheckedAtTheStart)
+{
+    ShowMainWindow();
+    for (GtkWidget* item : {menuborder, menuvertex, menuedge}) {
+        EXPECT_FALSE(gtk_check_menu_item_get_active(GTK_CHECK_MENU_ITEM(item)));
+    }
+}
+
+TEST(Menus, ShowTheMissingPictureForTheTransformTools)
+{
+    ShowMainWindow();
+    GtkStockItem item;
+    EXPECT_FALSE(gtk_stock_lookup(missing, &item)); // not one of the toolkit's, which has a "-"
+}
