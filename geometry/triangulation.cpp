@@ -124,10 +124,11 @@ static Box GetBox(const float* a, const float* b, const float* c)
     return box;
 }
 
+// What is nowhere is apart even from everywhere.
 static bool AreApart(const Box& a, const Box& b)
 {
     return a.low[0] > b.high[0] || b.low[0] > a.high[0] || a.low[1] > b.high[1] ||
-           b.low[1] > a.high[1];
+           b.low[1] > a.high[1] || a.low[0] > a.high[0];
 }
 
 static void JoinNodes(Outline& outline, int index)
