@@ -2,6 +2,7 @@
 
 #include "geometry/creases.h"
 #include "geometry/normals.h"
+#include "geometry/roundedges.h"
 #include "geometry/subdivision.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
@@ -199,7 +200,11 @@ Shape* RoundShape(const Shape* shape)
     ClearBorderCrease(work.creases, shape);
     SetRoundStripes(work.mesh, work.creases);
     SetRoundSides(work.mesh);
-    SetNormalsOfShape(work.mesh.round);
+    if (SetRoundEdges(work.mesh)) {
+        SetNormalsOverEdges(work.mesh.round);
+    } else {
+        SetNormalsOfShape(work.mesh.round);
+    }
     return work.mesh.round;
 }
 

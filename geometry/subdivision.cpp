@@ -104,7 +104,8 @@ void SetRoundSides(Subdivision& work)
         Side& round = work.round->sides[s];
         round = side; // visibility and colours; all else is set below
         round.pointnumber = 1;
-        round.points = NewArray<int>(1); // Deliberate: a rounded side keeps no outline
+        round.points = NewUnfilledArray<int>(1);
+        round.points[0] = 0; // Deliberate: a rounded side keeps no outline
         round.trianglenumber = 9 * side.trianglenumber;
         round.triangles = NewUnfilledArray<int>(round.trianglenumber);
         round.shape = work.round;
