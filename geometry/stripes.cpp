@@ -15,7 +15,7 @@ namespace korvane
 static constexpr int noone = -1;
 
 // A run of outline from one junction to the next; the junction it starts from is known otherwise.
-struct Run {
+struct OutlineRun {
     int second; // the point after the start, noone in a free place
     int last;
 };
@@ -25,7 +25,7 @@ struct Run {
 struct StripeSearch {
     std::vector<int> occurrences;    // per point: how often it stands in the outlines
     std::vector<std::size_t> starts; // per point the start of its stretch, and the end of the last
-    std::vector<Run> places;
+    std::vector<OutlineRun> places;
     std::set<std::vector<int>> outlines; // of the sides without a junction, see GetLeastOutline
 };
 
@@ -54,7 +54,7 @@ static StripeSearch StartSearch(const Shape* shape)
 }
 
 // The place of a run among those that start from a junction: free when it is not there.
-static Run& FindPlace(StripeSearch& search, int junction, const Run& run)
+static OutlineRun& FindPlace(StripeSearch& search, int junction, const OutlineRun& run)
 {
     const std::size_t start = search.starts[std::size_t(junction)];
     const std::size_t room = search.starts[std::size_t(junction) + 1] - start;
@@ -63,7 +63,7 @@ static Run& FindPlace(StripeSearch& search, int junction, const Run& run)
         (std::uint32_t(run.second) * goldenratio ^ std::uint32_t(run.last)) * goldenratio;
     std::size_t i = std::size_t(std::uint64_t(hash) * room >> 32);
     for (;;) {
-        Run& place = search.places[start + i];
+        OutlineRun& place = search.places[start + i];
         if (place.second == noone || (place.second == run.second && place.last == run.last)) {
             return place;
         }
@@ -138,7 +138,7 @@ static void AddRun(Shape* shape, const Side& side, int from, int to, StripeSearc
     if (FindPlace(search, last, {beforelast, first}).second != noone) {
         return; // it is there the other way round
     }
-    Run& place = FindPlace(search, first, {second, last});
+    OutlineRun& place = FindPlace(search, first, {second, last});
     if (place.second == noone) {
         place = {second, last};
         AddStripe(shape, side, from, (to > from ? to : to + side.pointnumber) - from + 1);

@@ -14,6 +14,9 @@ struct Side;
 // coordinates; 0 when it cannot be told.
 double GetAlfaOfThreePoints2d(const float* c, const float* a, const float* b);
 
+// Twice the area of the triangle a, b, c, positive when they run counter-clockwise.
+double GetOrientation2d(const float* a, const float* b, const float* c);
+
 // 1 when the 2D point p lies in the triangle a, b, c or on its border, else 0.
 int InTheTriangle2d(const float* p, const float* a, const float* b, const float* c);
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "view/projection.h"
+#include "view/rotation.h"
 
 #include <cstdint>
 

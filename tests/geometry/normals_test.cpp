@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -441,10 +442,10 @@ TEST(SetNormalsOfShape, CanBeRunAgainOnItsOwnResult)
     EXPECT_EQ(FindBrokenRuleOfShape(*cube), "");
 }
 
-TEST(SetNormalsOfShape, StaysQuickWhereManyEdgesAreAlikeOrMeetInOnePoint)
+TEST(SetNormalsOfShape, FindsTheSpokesOfAFanAmongThousandsOfAlikeTriangles)
 {
-    // Ten thousand times the same triangle, and ten thousand round one point, shuffled. A search
-    // through all edges would take minutes, one through the edges of a point a minute.
+    // The same triangle again and again, and as many round one point, shuffled: every list of edges
+    // that is searched from its start would be long here.
     constexpr int number = 10000;
     Points points = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     Outlines sides(number, {0, 1, 2});
