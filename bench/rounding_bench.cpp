@@ -5,6 +5,7 @@
 #include "bench/meshes.h"
 #include "geometry/normals.h"
 #include "geometry/triangulation.h"
+#include "scene/arrays.h"
 #include "scene/model.h"
 
 #include <benchmark/benchmark.h>
@@ -21,6 +22,9 @@
 
 namespace korvane::bench
 {
+
+// The heap is set as the program sets it, for the peer as well.
+static const bool keeping = (KeepFreedMemory(), true);
 
 static OwnedShape Complete(OwnedShape shape)
 {
