@@ -29,7 +29,7 @@ static constexpr int stepnumber = 27;
 static constexpr int none = -1;
 
 // A line from one local point to another, and the step of the walk that runs it first.
-struct Line {
+struct WalkLine {
     LocalPoint from;
     LocalPoint to;
     int step;    // step / 3 is the triangle, of the nine, that runs it
@@ -37,8 +37,8 @@ struct Line {
 };
 
 struct Walk {
-    std::array<Line, 9> inner;
-    std::array<std::array<Line, 3>, 3> thirds; // per corner, from there on
+    std::array<WalkLine, 9> inner;
+    std::array<std::array<WalkLine, 3>, 3> thirds; // per corner, from there on
 };
 
 static constexpr int FindStep(int from, int to)
@@ -54,7 +54,7 @@ static constexpr int FindStep(int from, int to)
 
 static constexpr Walk GetWalk()
 {
-    Walk walk = {};
+    Walk found = {};
     std::size_t inner = 0;
     for (int step = 0; step < stepnumber; step++) {
         const LocalPoint* triangle = ninetriangles[step / 3];
@@ -62,46 +62,46 @@ static constexpr Walk GetWalk()
         const LocalPoint to = triangle[(step + 1) % 3];
         const int against = FindStep(to, from);
         if (against > step) {
-            walk.inner[inner++] = {from, to, step, against};
+            found.inner[inner++] = {from, to, step, against};
         }
     }
     for (int k = 0; k < 3; k++) {
         const int line[4] = {A + k, AB1 + 2 * k, AB2 + 2 * k, A + (k + 1) % 3};
         for (int i = 0; i < 3; i++) {
-            walk.thirds[std::size_t(k)][std::size_t(i)] = {
+            found.thirds[std::size_t(k)][std::size_t(i)] = {
                 LocalPoint(line[i]), LocalPoint(line[i + 1]), FindStep(line[i], line[i + 1]), none};
         }
     }
-    return walk;
+    return found;
 }
 
 static constexpr Walk walk = GetWalk();
 
 // Per step how many edges the walk makes before it. Which outer edges it makes is told by a bit per
 // corner.
-using Places = std::array<int, stepnumber + 1>;
+using StepPlaces = std::array<int, stepnumber + 1>;
 
-static constexpr Places GetPlaces(unsigned outer)
+static constexpr StepPlaces GetStepPlaces(unsigned outer)
 {
     std::array<bool, stepnumber> makes = {};
-    for (const Line& line : walk.inner) {
+    for (const WalkLine& line : walk.inner) {
         makes[std::size_t(line.step)] = true;
     }
     for (std::size_t k = 0; k < 3; k++) {
-        for (const Line& line : walk.thirds[k]) {
+        for (const WalkLine& line : walk.thirds[k]) {
             makes[std::size_t(line.step)] = (outer >> k & 1) != 0;
         }
     }
-    Places places = {};
+    StepPlaces before = {};
     for (std::size_t step = 0; step < stepnumber; step++) {
-        places[step + 1] = places[step] + (makes[step] ? 1 : 0);
+        before[step + 1] = before[step] + (makes[step] ? 1 : 0);
     }
-    return places;
+    return before;
 }
 
-static constexpr std::array<Places, 8> places = {GetPlaces(0), GetPlaces(1), GetPlaces(2),
-                                                 GetPlaces(3), GetPlaces(4), GetPlaces(5),
-                                                 GetPlaces(6), GetPlaces(7)};
+static constexpr std::array<StepPlaces, 8> stepplaces = {
+    GetStepPlaces(0), GetStepPlaces(1), GetStepPlaces(2), GetStepPlaces(3),
+    GetStepPlaces(4), GetStepPlaces(5), GetStepPlaces(6), GetStepPlaces(7)};
 
 struct RoundEdges {
     Edge* edges;                            // room for every edge
@@ -137,8 +137,8 @@ static void WalkTriangle(RoundEdges& round, const Subdivision& work, const Local
     const std::array<int, 3>& ends = work.ends[t];
     const unsigned outer = (IsForward(ends[0]) ? 1U : 0U) | (IsForward(ends[1]) ? 2U : 0U) |
                            (IsForward(ends[2]) ? 4U : 0U);
-    const Places& place = places[outer];
-    for (const Line& line : walk.inner) {
+    const StepPlaces& place = stepplaces[outer];
+    for (const WalkLine& line : walk.inner) {
         round.edges[round.number + place[line.step]] = {
             {local[line.from], local[line.to]},
             {9 * t + line.step / 3, 9 * t + line.against / 3},
@@ -147,7 +147,7 @@ static void WalkTriangle(RoundEdges& round, const Subdivision& work, const Local
     for (std::size_t k = 0; k < 3; k++) {
         std::array<int, 3>& thirds = round.thirds[ends[k] / 2];
         for (std::size_t i = 0; i < 3; i++) {
-            const Line& line = walk.thirds[k][i];
+            const WalkLine& line = walk.thirds[k][i];
             const int triangle = 9 * t + line.step / 3;
             if (IsForward(ends[k])) {
                 thirds[i] = round.number + place[line.step];

@@ -140,9 +140,9 @@ static void SetSmoothEdgePoints(float (*pair)[3], const Rounding& work, const Ed
 // The edge points, which the points of the edges gather.
 static void SetEdgePoints(Rounding& work)
 {
-    for (int e = 0; e < work.mesh.shape->edgenumber; e++) {
+    float(*pair)[3] = work.mesh.round->points + work.mesh.firstedge;
+    for (int e = 0; e < work.mesh.shape->edgenumber; e++, pair += 2) {
         const Edge& edge = work.mesh.shape->edges[e];
-        float(*pair)[3] = work.mesh.round->points + work.mesh.firstedge + 2 * e;
         if (IsCreaseEdge(work, edge)) {
             SetCreaseEdgePoints(pair, work, edge);
         } else {

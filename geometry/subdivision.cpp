@@ -87,12 +87,11 @@ void SetLocalPoints(LocalPoints& local, const Subdivision& work, int t)
 void SetNineTriangles(Subdivision& work)
 {
     LocalPoints local = {};
+    Triangle* next = work.round->triangles;
     for (int t = 0; t < work.shape->trianglenumber; t++) {
         SetLocalPoints(local, work, t);
-        Triangle* nine = work.round->triangles + 9 * t;
-        for (int i = 0; i < 9; i++) {
-            const LocalPoint* corners = ninetriangles[i];
-            nine[i] = {{local[corners[0]], local[corners[1]], local[corners[2]]}, {}, work.round};
+        for (const auto& corners : ninetriangles) {
+            *next++ = {{local[corners[0]], local[corners[1]], local[corners[2]]}, {}, work.round};
         }
     }
 }
@@ -167,15 +166,15 @@ static void FillStripe(int* filled, const Stripe& stripe, const Subdivision& wor
         const int p = stripe.points[k];
         const int q = stripe.points[k + 1];
         const int end = FindEnd(work.shape, lists, p, q);
-        filled[3 * k] = p;
-        filled[3 * k + 1] = end == noend ? p : work.firstedge + end;
-        filled[3 * k + 2] = end == noend ? q : work.firstedge + (end ^ 1);
+        *filled++ = p;
+        *filled++ = end == noend ? p : work.firstedge + end;
+        *filled++ = end == noend ? q : work.firstedge + (end ^ 1);
         if (end != noend && creases.flags[p] != 0 && creases.flags[q] != 0) {
             lines.marked[end / 2] = 1;
             lines.segments++;
         }
     }
-    filled[3 * last] = stripe.points[last];
+    *filled = stripe.points[last];
 }
 
 // The vertexes of the shape and the edge points of the marked edges. An edge on two stripes was

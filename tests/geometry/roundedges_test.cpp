@@ -137,7 +137,8 @@ TEST(SetRoundEdges, RefusesEdgesOfAnotherWalk)
 
 TEST(SetRoundEdges, RefusesSidesThatShareATriangle)
 {
-    const OwnedShape shape = testing::Tetrahedron();
+    const OwnedShape shape = MakeShape(
+        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}}, {{0, 1, 2}, {3, 4, 5}});
     shape->sides[1].triangles[0] = 0;
     ExpectRefusal(shape);
 }

@@ -371,6 +371,17 @@ TEST(RoundShape, TakesTheEdgePointsOfTheTriangleBeforeWhereAnEdgeIsMissing)
     EXPECT_EQ(StripeOf(round, 0), Indices({0, 8, 9, 1, 12, 13, 2, 2, 3, 3, 6, 7, 0}));
 }
 
+TEST(RoundShape, TakesTheFirstOfSeveralEdgesBetweenTheSamePoints)
+{
+    const OwnedShape shape = BigTriangle();
+    GrowArray(shape->edges, 3, 4);
+    shape->edges[3] = {{0, 1}, {0, 0}, {0, 0}}; // its points are 10 and 11
+    shape->edgenumber = 4;
+    const OwnedShape round = Round(shape);
+    EXPECT_EQ(TrianglesOf(round).front(), Indices({0, 4, 9}));
+    EXPECT_EQ(StripeOf(round, 0), Indices({0, 4, 5, 1, 6, 7, 2, 8, 9, 0}));
+}
+
 TEST(RoundShape, StaysInsideItsArraysWithoutAnyEdge)
 {
     const OwnedShape shape = testing::Cube();
