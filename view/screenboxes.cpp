@@ -35,9 +35,8 @@ static inline bool IsInBox(const ScreenBox& box, const float* place)
            place[1] <= box.top;
 }
 
-// Where elements[k] can be hit. The widest is a stripe: it is tested inside the circles over its
-// segments, and such a circle stands out of its segment's own box by no more than half of what the
-// segment spans the other way.
+// Where elements[k] can be hit: beside its corners, or beside a segment or in a triangle between
+// them.
 static inline ScreenBox GetBoxOfElement(const ElementGroups& groups, const Shape* shape,
                                         std::size_t k)
 {
@@ -46,9 +45,8 @@ static inline ScreenBox GetBoxOfElement(const ElementGroups& groups, const Shape
         const float* p = shape->points[groups.corners[std::size_t(i)]];
         AddToBox(box, {p[0], p[0], p[1], p[1]});
     }
-    const float x = boxmargin + (box.top - box.bottom) / 2;
-    const float y = boxmargin + (box.right - box.left) / 2;
-    return {box.left - x, box.right + x, box.bottom - y, box.top + y};
+    return {box.left - boxmargin, box.right + boxmargin, box.bottom - boxmargin,
+            box.top + boxmargin};
 }
 
 // Spreads the low ten bits so that two zero bits follow each.

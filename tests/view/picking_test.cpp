@@ -703,12 +703,11 @@ TEST(SearchActive, PointsAtTheNewCopyOfAChangedShape)
     StartScene();
     AddSquare(-0.1F, -0.1F, 0.2F, 0);
     Project();
-    const Shape* before = CopyShape(shapest[0]); // so that the new copy takes another place
+    const OwnedShape other(CopyShape(shapest[0])); // so that the new copy lies elsewhere
     ChangeShape(0);
     TransferAllShape();
     ASSERT_EQ(FindAt(0, 0), SideOf(0));
     EXPECT_EQ(GetSideOfElement(activepointer), &shapest[0]->sides[0]);
-    DeleteShape(const_cast<Shape*>(before));
 }
 
 TEST(SearchActive, LeavesOutShapesThatHaveNoRecordsYet)
@@ -720,13 +719,31 @@ TEST(SearchActive, LeavesOutShapesThatHaveNoRecordsYet)
     TransferAllShape();
     EXPECT_EQ(FindAt(0.3F, 0.3F), nullptr);
     EXPECT_EQ(FindAt(0, 0), SideOf(0));
-    DeleteShape(shapes[0]);
-    shapes[0] = Cube().release(); // more elements than records
+}
+
+TEST(SearchActive, FindsTheElementsOfAnEditedShapeAfterItsSetActives)
+{
+    StartScene();
+    AddSquare(-0.1F, -0.1F, 0.2F, 0);
+    Project();
+    ASSERT_EQ(FindAt(0, 0), SideOf(0));
+    DeleteShape(shapes[0]); // two triangles in the place of the square
+    shapes[0] = MakeShape({{-0.1F, -0.1F, 0},
+                           {0.1F, -0.1F, 0},
+                           {0, 0.1F, 0},
+                           {0.3F, 0.3F, 0},
+                           {0.5F, 0.3F, 0},
+                           {0.4F, 0.5F, 0}},
+                          {{0, 1, 2}, {3, 4, 5}})
+                    .release();
     ChangeShape(0);
     TransferAllShape();
-    EXPECT_EQ(FindAt(0, 0), nullptr);
+    EXPECT_EQ(FindAt(0, 0), nullptr); // more elements than records
     SetActives();
-    EXPECT_NE(FindAt(0, 0), nullptr);
+    EXPECT_EQ(FindAt(0, 0), &activesides[0]);
+    EXPECT_EQ(FindAt(0.4F, 0.4F), &activesides[1]);
+    EXPECT_EQ(FindAt(0.4F, 0.3F), &activestripes[1]);
+    EXPECT_EQ(FindAt(0.5F, 0.3F), &activepoints[4]);
 }
 
 // Sides through random points. The points lie on a coarse grid, so that many elements meet in one

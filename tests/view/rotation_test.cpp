@@ -167,6 +167,15 @@ TEST(VectorRotateExact, TurnsLikeVectorRotateElsewhere)
     ExpectFrame(RotatedExactly({0, 0, 1}, {0, 0, -1}), {1, 0, 0}, {0, -1, 0}, {0, 0, -1});
 }
 
+TEST(VectorRotateExact, ChangesNoBitBetweenEqualDirections)
+{
+    const Frame frame = RotatedExactly({0.36F, 0.48F, 0.8F}, {0.36F, 0.48F, 0.8F});
+    EXPECT_EQ(frame.vectors[0][0], 1);
+    EXPECT_EQ(frame.vectors[0][1], 0);
+    EXPECT_EQ(frame.vectors[2][0], 0);
+    EXPECT_EQ(frame.vectors[2][2], 1);
+}
+
 TEST(VectorRotateExact, LeavesTheFrameForAZeroVector)
 {
     ExpectFrame(RotatedExactly({0, 0, 0}, {0, 1, 0}), {1, 0, 0}, {0, 1, 0}, {0, 0, 1});
