@@ -1,6 +1,6 @@
-// Finding the element under the pointer, at the places of a grid over the whole view, among the
-// elements of one torus or of a hundred that cover each other: beside a plain loop over every
-// element, and anew after each projection.
+// Finding the element under the pointer, at the places of a grid over the whole view, beside a
+// plain loop that tests every element in order; and the refresh of a frame that shows the
+// background cube.
 #include "bench/meshes.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/stripes.h"
@@ -8,82 +8,84 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <random>
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <cstdio>
 #include <cstdlib>
+#include <numeric>
+#include <random>
+#include <vector>
 
 namespace korvane::bench
 {
 
+enum Layout { ONE_TORUS, SHUFFLED_TORUS, HUNDRED_TORI }; // the tori of a hundred cover each other
+
 constexpr int placesperrow = 20;
 
-static int currentelements =
-    0; // of the scene that stands; it is kept from one benchmark to the next
-static int currentshapes = 0;
+// Numbers the points and the sides of a shape at random.
+static void Shuffle(Shape* shape)
+{
+    std::mt19937 random(1);
+    std::vector<int> place(std::size_t(shape->pointnumber));
+    std::iota(place.begin(), place.end(), 0);
+    std::shuffle(place.begin(), place.end(), random);
+    const OwnedShape before(CopyShape(shape));
+    for (std::size_t i = 0; i < place.size(); i++) {
+        std::copy_n(before->points[i], 3, shape->points[place[i]]);
+    }
+    const auto renumber = [&](int& point) { point = place[std::size_t(point)]; };
+    for (int i = 0; i < shape->sidenumber; i++) {
+        std::for_each_n(shape->sides[i].points, shape->sides[i].pointnumber, renumber);
+    }
+    for (int i = 0; i < shape->trianglenumber; i++) {
+        std::for_each_n(shape->triangles[i].points, 3, renumber);
+    }
+    std::shuffle(shape->sides, shape->sides + shape->sidenumber, random);
+}
 
-// A torus of n triangles in rectangles has n / 2 points, n stripes and n / 2 sides.
-static void AddTorus(int elements)
+// In rectangles: n triangles have n / 2 points, n stripes and n / 2 sides.
+static void AddTorus(int elements, bool shuffled)
 {
     OwnedShape torus = MakeQuadTorus(elements / 2);
-    if (getenv("SHUF")) {
-        std::mt19937 g(1);
-        Shape* t = torus.get();
-        std::vector<int> perm(t->pointnumber);
-        for (int i = 0; i < t->pointnumber; i++)
-            perm[i] = i;
-        std::shuffle(perm.begin(), perm.end(), g);
-        std::vector<std::array<float, 3>> np(t->pointnumber);
-        for (int i = 0; i < t->pointnumber; i++)
-            std::copy_n(t->points[i], 3, np[perm[i]].data());
-        for (int i = 0; i < t->pointnumber; i++)
-            std::copy_n(np[i].data(), 3, t->points[i]);
-        for (int i = 0; i < t->sidenumber; i++)
-            for (int k = 0; k < t->sides[i].pointnumber; k++)
-                t->sides[i].points[k] = perm[t->sides[i].points[k]];
-        for (int i = 0; i < t->trianglenumber; i++)
-            for (int k = 0; k < 3; k++)
-                t->triangles[i].points[k] = perm[t->triangles[i].points[k]];
-        std::shuffle(t->sides, t->sides + t->sidenumber, g);
+    if (shuffled) {
+        Shuffle(torus.get());
     }
     SetStripesOfShape(torus.get());
     SetNormalsOfShape(torus.get());
     AddShape(torus.release());
 }
 
-// All of it is projected and can be picked, however small its triangles are on the screen.
-static void MakeScene(int elements, int number)
+// The whole scene is projected and can be picked, however small its triangles are on the screen. It
+// is kept from one benchmark to the next.
+static void MakeScene(int elements, int layout)
 {
-    if (currentelements == elements && currentshapes == number) {
+    static std::array<int, 2> current = {};
+    if (current == std::array{elements, layout}) {
         return;
     }
+    current = {elements, layout};
     DeleteAllShapes();
+    const int number = layout == HUNDRED_TORI ? 100 : 1;
     for (int i = 0; i < number; i++) {
-        AddTorus(elements / number);
+        AddTorus(elements / number, layout == SHUFFLED_TORUS);
     }
-    const float from[3] = {0, 0, 1};
-    const float to[3] = {0.36F, 0.48F, 0.8F};
-    VectorRotateExact(reinterpret_cast<float(*)[3]>(mainview.rotation), from, to);
     width = height = 800;
     cisign = 1;
     TransferAllShape();
     cisign = 0;
     std::fill_n(showtable, shapenumber, int(SHOW_ROUNDED));
     SetActives();
-    currentelements = elements;
-    currentshapes = number;
 }
 
 static void MoveMouse(int place)
 {
-    mouse[0] = -0.5F + float(place % placesperrow + 0.5) / placesperrow;
-    mouse[1] = -0.5F + float(place / placesperrow % placesperrow + 0.5) / placesperrow;
+    mouse[0] = (float(place % placesperrow) + 0.5F) / placesperrow - 0.5F;
+    mouse[1] = (float(place / placesperrow % placesperrow) + 0.5F) / placesperrow - 0.5F;
     mouse[2] = 0;
 }
 
-// A difference makes every figure worthless.
+// One different answer makes every figure worthless.
 static void CheckAnswers()
 {
     for (int place = 0; place < placesperrow * placesperrow; place++) {
@@ -92,61 +94,60 @@ static void CheckAnswers()
         SearchActive();
         if (activepointer != plain.found ||
             (plain.found != nullptr && mouse[2] != plain.place[2])) {
-            std::printf("place %d: the answers differ\n", place);
+            std::printf("the answers differ at place %d\n", place);
             std::exit(1);
         }
     }
 }
 
-static void CountElements(::benchmark::State& state)
+static void SearchInPlainLoop()
 {
-    state.counters["elements"] = activepointnumber + activestripenumber + activesidenumber;
+    ::benchmark::DoNotOptimize(testing::SearchPlainly());
 }
 
-static void SearchPlainLoop(::benchmark::State& state)
+static void SearchAfterProjection()
+{
+    for (int i = 0; i < shapenumber; i++) {
+        ForgetScreenBoxes(i);
+    }
+    SearchActive();
+}
+
+static void Search(::benchmark::State& state, void (*search)())
 {
     MakeScene(int(state.range(0)), int(state.range(1)));
     CheckAnswers();
     int place = 0;
     for (auto _ : state) {
-        MoveMouse(place++ * 7);
-        ::benchmark::DoNotOptimize(testing::SearchPlainly());
+        MoveMouse(place);
+        place += 7; // has no divisor in common with their number: all are visited
+        search();
     }
-    CountElements(state);
+    state.counters["elements"] = activepointnumber + activestripenumber + activesidenumber;
 }
-BENCHMARK(SearchPlainLoop)
-    ->ArgsProduct({{100000, 1000000}, {1, 100}})
-    ->Unit(::benchmark::kMicrosecond);
 
-static void SearchUnderPointer(::benchmark::State& state)
+static void AddScenes(::benchmark::internal::Benchmark* benchmark)
 {
-    MakeScene(int(state.range(0)), int(state.range(1)));
-    int place = 0;
-    for (auto _ : state) {
-        MoveMouse(place++ * 7);
-        SearchActive();
-    }
-    CountElements(state);
+    benchmark->ArgsProduct({{100000, 1000000}, {ONE_TORUS, SHUFFLED_TORUS, HUNDRED_TORI}})
+        ->Unit(::benchmark::kMicrosecond);
 }
-BENCHMARK(SearchUnderPointer)
-    ->ArgsProduct({{100000, 1000000}, {1, 100}})
-    ->Unit(::benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Search, plain_loop, SearchInPlainLoop)->Apply(AddScenes);
+BENCHMARK_CAPTURE(Search, SearchActive, SearchActive)->Apply(AddScenes);
+BENCHMARK_CAPTURE(Search, SearchActive_first_after_projection, SearchAfterProjection)
+    ->Apply(AddScenes);
 
-static void SearchAfterProjection(::benchmark::State& state)
+static void RefreshWithCube(::benchmark::State& state)
 {
-    MakeScene(int(state.range(0)), int(state.range(1)));
-    int place = 0;
+    MakeScene(4 * int(state.range(0)), ONE_TORUS); // every fourth element is a point
+    const MainView startview = mainview;
+    mainview.scale = 20; // large enough to be drawn rounded
+    float corners[24][3] = {};
     for (auto _ : state) {
-        MoveMouse(place++ * 7);
-        for (int i = 0; i < shapenumber; i++) {
-            ForgetScreenBoxes(i);
-        }
-        SearchActive();
+        SetPerspective(corners, 24, fadefull);
     }
-    CountElements(state);
+    mainview = startview;
+    state.counters["points"] = activepointnumber;
 }
-BENCHMARK(SearchAfterProjection)
-    ->ArgsProduct({{100000, 1000000}, {1, 100}})
-    ->Unit(::benchmark::kMicrosecond);
+BENCHMARK(RefreshWithCube)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(::benchmark::kMillisecond);
 
 } // namespace korvane::bench
