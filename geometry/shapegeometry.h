@@ -4,6 +4,8 @@
 // - a).
 #pragma once
 
+#include "geometry/normals.h" // part of what is told of shapes here
+#include "geometry/plane.h"
 #include "scene/arrays.h"
 
 namespace korvane
@@ -11,19 +13,6 @@ namespace korvane
 
 struct Shape;
 struct Triangle;
-
-// A plane solved for its dominant coordinate r (0 x, 1 y, 2 z): r = a f + b s + c, where (r, f, s)
-// is (x, y, z), (y, z, x) or (z, x, y).
-struct Plane {
-    int axis;
-    float a, b, c;
-    float center[3]; // the point through which it runs
-    float normal[3]; // unit length, except where a degenerate polygon has none
-};
-
-// Rebuilds trianglenormals, edges, normals and the normal indices of every triangle; frees what
-// they held before. Needs points, vertexes, stripes, triangles and the sides' triangle runs.
-void SetNormalsOfShape(Shape* shape);
 
 // Recomputes trianglenormals in place. A degenerate triangle gets its raw cross product here and
 // (1, 0, 0) from SetNormalsOfShape.
@@ -40,15 +29,6 @@ Block<float[]> GetNormalOfTriangle(const Triangle* triangle);
 
 // The plane of a triangle, through the mean of its corners.
 Block<Plane> GetPlaneOfTriangle(const Triangle* triangle);
-
-// The plane through `center` with `normal`, solved for the coordinate with the largest squared
-// normal component; of equal ones z wins, then y, but z never when it is zero.
-Plane SolvePlane(const float* center, const float* normal);
-
-// Moves a point along the plane's normal into the plane and turns the plane until the normal points
-// along r, which then drops out. Stores the two coordinates that are left, counted from the plane's
-// center. Returns how far along the normal the point lay from the plane.
-double LayFlat(const Plane& plane, const float* point, float* flat);
 
 double GetDistanceOfTwoPoints(const float* a, const float* b);
 double GetDistanceOfTwoPointsIn2d(const float* a, const float* b); // of the first two coordinates

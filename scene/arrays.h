@@ -67,6 +67,18 @@ template <class T> T* NewUnfilledArray(int count)
     return static_cast<T*>(block);
 }
 
+// Makes the array exactly `count` entries long and keeps those that fit; new ones are unfilled.
+// What memory the array has is used again: fresh pages cost more than what is written to them.
+template <class T> void ResizeArray(T*& array, int count)
+{
+    static_assert(std::is_trivially_copyable_v<T>);
+    void* block = std::realloc(static_cast<void*>(array), GetArrayBytes(count, sizeof(T)));
+    if (block == nullptr) {
+        StopForMemory("out of memory");
+    }
+    array = static_cast<T*>(block);
+}
+
 // A new array with the first `count` entries of `source`. The caller owns it.
 template <class T> T* CopyArray(const T* source, int count)
 {

@@ -17,9 +17,9 @@ struct SceneText {
     {
     }
 
-    FILE* file;           // borrowed
-    std::size_t used = 0; // bytes of buffer that wait to be written
-    std::array<char, 65536> buffer;
+    FILE* file;                     // borrowed
+    std::size_t used = 0;           // bytes of buffer that wait to be written
+    std::array<char, 65536> buffer; // unfilled from used on
 };
 
 void FlushText(SceneText& text); // hands what is buffered to the file

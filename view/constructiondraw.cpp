@@ -8,10 +8,9 @@
 #include "view/mainview.h"
 #include "view/markers.h"
 #include "view/picking.h"
+#include "view/projection.h"
 
 #include <GL/glew.h>
-
-#include <algorithm>
 
 namespace korvane
 {
@@ -22,12 +21,6 @@ static constexpr Rgba inactivecolor = {0.4F, 0.4F, 0.4F, 1};
 static constexpr Rgba centercolor = {1, 0.5F, 0, 1};
 static constexpr Rgba cursorcolor = {1, 1, 0.4F, 1};
 static constexpr float centertickwidth = 3.0F;
-
-static void Project(const MainView* view, const float (*world)[3], float (*screen)[3], int number)
-{
-    std::copy_n(&world[0][0], 3 * number, &screen[0][0]);
-    TransferPoints(view, screen, number);
-}
 
 static bool IsPointUnderMouse()
 {
@@ -66,7 +59,7 @@ static void DrawNewPoints(const MainView* view)
 {
     const ActiveElement* records = activepoints + activepointnumber - newpointnumber;
     const double size = GetMarkerSize();
-    Project(view, newpoints, rotated, newpointnumber);
+    TransferPointsInto(view, newpoints, rotated, newpointnumber);
     DrawPath();
     Batch squares;
     for (int i = 0; i < newpointnumber; i++) {
@@ -102,7 +95,7 @@ static void DrawCenters(const MainView* view)
 {
     const ActiveElement* records = activepoints + activepointnumber - newpointnumber - centernumber;
     const double size = GetMarkerSize();
-    Project(view, centerpoints, rcenterpoints, centernumber);
+    TransferPointsInto(view, centerpoints, rcenterpoints, centernumber);
     Batch squares;
     Batch ticks;
     for (int i = 0; i < centernumber; i++) {

@@ -5,7 +5,7 @@
 #include "scene/arrays.h"
 #include "scene/scenefile.h"
 #include "scene/treeview.h"
-#include "scene/undo.h"
+#include "view/picking.h"
 
 #include <algorithm>
 #include <cmath>
@@ -157,7 +157,17 @@ int AddToScene(OwnedShape shape, const std::string& name, int parent)
     const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
     AddShape(shape.release());
     AddTreeIter(parent, type, CopyArray(name.c_str(), int(name.size()) + 1));
+    SetActives();
     return shapenumber - 1;
+}
+
+void SelectNodes(const std::vector<int>& nodes)
+{
+    FreeArray(treeselected);
+    treeselectednumber = int(nodes.size());
+    if (!nodes.empty()) {
+        treeselected = CopyArray(nodes.data(), treeselectednumber);
+    }
 }
 
 void StartEmptyScene()

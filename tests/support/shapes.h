@@ -53,8 +53,12 @@ OwnedShape Cube();          // edge 1, centred on the origin; sides -z, +z, -y, 
 OwnedShape TrianglePrism(); // two triangles, three rectangles
 OwnedShape Pyramid();       // a square and four triangles
 
-// Adds a shape to the scene with its node below `parent`. Returns the shape's index.
+// Adds a shape to the scene with its node below `parent` and its active records; it is not yet
+// projected. Returns the shape's index.
 int AddToScene(OwnedShape shape, const std::string& name, int parent = 0);
+
+// The nodes whose rows are selected, put there without a tree view.
+void SelectNodes(const std::vector<int>& nodes);
 
 // A scene without shapes, folders and undo steps. Makes the tree the first time.
 void StartEmptyScene();

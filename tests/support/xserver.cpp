@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@ pid_t StartProgram(const std::string& name, const std::string& arguments, bool q
     if (program != 0) {
         return program;
     }
+    prctl(PR_SET_PDEATHSIG, SIGTERM); // a test that dies takes its programs along
     if (quiet) {
         const int nowhere = open("/dev/null", O_WRONLY);
         dup2(nowhere, STDOUT_FILENO);

@@ -1,0 +1,307 @@
+#include "geometry/normals.h"
+
+#include "geometry/vectors.h"
+#include "scene/arrays.h"
+#include "scene/model.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <vector>
+
+namespace korvane
+{
+
+static constexpr int noone = -1;
+
+// How a point is shaded. The bits add up over the stripes through the point; none makes it smooth.
+enum PointClass : unsigned char { POINT_VERTEX = 1, POINT_CREASE = 2, POINT_CORNER = 4 };
+
+// What the walk over the triangles gathers at a point.
+struct PointWork {
+    Vector sum;  // of the normals of its triangles; of a crease point, of those in its first side
+    int corners; // triangle corners on it
+    int chain;   // the first of its single edges, noone when there are none
+};
+
+// What a point needs besides when not all points of its shape are smooth.
+struct SharpPoint {
+    Vector others;            // of a crease point the sum of the normals of the other triangles
+    int first;                // index of its first normal
+    int met;                  // corners met so far; of a crease point its first side or noone
+    unsigned char pointclass; // bits of PointClass
+};
+
+// The state of one SetNormalsOfShape. While an edge is single its second triangle and side are not
+// known, and their places hold links. The single edges that join the same two points all run the
+// same way, because one that runs the other way is matched instead of added; they form a ring, in
+// which the last leads to the first, which is the next to be matched. The last edges of the rings
+// are chained at the one of their two points that has fewer corners: so no chain is long, whatever
+// meets in a point.
+struct NormalWalk {
+    Shape* shape;
+    int edgeroom;
+    std::vector<PointWork> points;
+    std::vector<SharpPoint> sharps; // empty when all points are smooth
+};
+
+static int& NextInRing(Edge& edge)
+{
+    return edge.triangles[1];
+}
+
+static int& NextInChain(Edge& edge)
+{
+    return edge.sides[1];
+}
+
+// The link that leads to the ring of the single edges between a and b, or to the end of the chain.
+static int* FindRing(NormalWalk& walk, int a, int b)
+{
+    PointWork& first = walk.points[std::size_t(a)];
+    PointWork& second = walk.points[std::size_t(b)];
+    const bool bysecond =
+        second.corners < first.corners || (second.corners == first.corners && b < a);
+    int* link = bysecond ? &second.chain : &first.chain;
+    while (*link != noone) {
+        Edge& edge = walk.shape->edges[*link];
+        if ((edge.points[0] == b && edge.points[1] == a) ||
+            (edge.points[0] == a && edge.points[1] == b)) {
+            break;
+        }
+        link = &NextInChain(edge);
+    }
+    return link;
+}
+
+// Gives the first edge of the ring its second triangle and takes it out.
+static void MatchEdge(NormalWalk& walk, int* ring, int triangle, int side)
+{
+    Edge& last = walk.shape->edges[*ring];
+    Edge& first = walk.shape->edges[NextInRing(last)];
+    if (first.triangles[0] == triangle) {
+        return; // Deliberate: what one triangle walks there and back is still single.
+    }
+    if (&first == &last) {
+        *ring = NextInChain(last);
+    } else {
+        NextInRing(last) = NextInRing(first);
+    }
+    first.triangles[1] = triangle;
+    first.sides[1] = side;
+}
+
+static void AddEdge(NormalWalk& walk, int* ring, const Edge& added)
+{
+    const int index = walk.shape->edgenumber++;
+    Edge& edge = walk.shape->edges[index];
+    edge = added;
+    if (*ring == noone) {
+        NextInRing(edge) = index;
+        NextInChain(edge) = noone;
+    } else {
+        Edge& last = walk.shape->edges[*ring];
+        NextInRing(edge) = NextInRing(last);
+        NextInChain(edge) = NextInChain(last);
+        NextInRing(last) = index;
+    }
+    *ring = index;
+}
+
+// The usual shapes never get here: only a border or a contradiction needs more edges than planned.
+static void MakeRoomForAllEdges(NormalWalk& walk)
+{
+    walk.edgeroom =
+        int(std::min<std::int64_t>(3 * std::int64_t(walk.shape->trianglenumber), INT_MAX));
+    ResizeArray(walk.shape->edges, walk.edgeroom);
+}
+
+// Takes in the edge that a triangle walks from a to b.
+static void WalkEdge(NormalWalk& walk, int a, int b, int triangle, int side)
+{
+    int* ring = FindRing(walk, a, b);
+    if (*ring != noone && walk.shape->edges[*ring].points[0] == b) {
+        MatchEdge(walk, ring, triangle, side);
+        return;
+    }
+    if (walk.shape->edgenumber == walk.edgeroom) {
+        MakeRoomForAllEdges(walk);
+        ring = FindRing(walk, a, b); // the links have moved with the edges
+    }
+    AddEdge(walk, ring, {{a, b}, {triangle, triangle}, {side, side}});
+}
+
+// What is single at the end stays single: both its triangles are the one, and both its sides.
+static void EndSingleEdges(Shape* shape, const PointWork& point)
+{
+    int next = noone;
+    for (int last = point.chain; last != noone; last = next) {
+        next = NextInChain(shape->edges[last]);
+        int index = last;
+        do {
+            Edge& edge = shape->edges[index];
+            index = NextInRing(edge);
+            edge.triangles[1] = edge.triangles[0];
+            edge.sides[1] = edge.sides[0];
+        } while (index != last);
+    }
+}
+
+// Takes in a triangle's corner. Returns the index of the corner's normal.
+static int WalkCorner(NormalWalk& walk, int point, int side, const float* normal)
+{
+    PointWork& own = walk.points[std::size_t(point)];
+    if (walk.sharps.empty()) {
+        AddTo(own.sum, normal);
+        return point;
+    }
+    SharpPoint& sharp = walk.sharps[std::size_t(point)];
+    if (sharp.pointclass == 0) {
+        AddTo(own.sum, normal);
+        return sharp.first;
+    }
+    if ((sharp.pointclass & POINT_CREASE) == 0) {
+        const int index = sharp.first + sharp.met++;
+        std::copy_n(normal, 3, walk.shape->normals[index]);
+        return index;
+    }
+    if (sharp.met == noone) {
+        sharp.met = side;
+    }
+    AddTo(sharp.met == side ? own.sum : sharp.others, normal);
+    return sharp.met == side ? sharp.first : sharp.first + 1;
+}
+
+static void WalkTriangle(NormalWalk& walk, int index, int side)
+{
+    Triangle& triangle = walk.shape->triangles[index];
+    float* normal = walk.shape->trianglenormals[index];
+    const float(*points)[3] = walk.shape->points;
+    if (!StoreUnit(GetCross(points[triangle.points[0]], points[triangle.points[1]],
+                            points[triangle.points[2]]),
+                   normal)) {
+        // Deliberate: this fallback differs from that of SetTriangleNormalsOfShape.
+        Store({1, 0, 0}, normal);
+    }
+    for (int i = 0; i < 3; i++) {
+        const int point = triangle.points[i];
+        WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        triangle.normals[i] = WalkCorner(walk, point, side, normal);
+    }
+}
+
+// Every stripe makes its ends corners and its inner points creases, where they are vertexes; an
+// inner point is a corner too when one of its neighbours is no vertex.
+static void ClassifyPoints(NormalWalk& walk)
+{
+    const Shape* shape = walk.shape;
+    walk.sharps.assign(walk.points.size(), {{0, 0, 0}, 0, 0, 0});
+    for (int i = 0; i < shape->vertexnumber; i++) {
+        walk.sharps[std::size_t(shape->vertexes[i])].pointclass = POINT_VERTEX;
+    }
+    const auto isvertex = [&walk](int point) {
+        return walk.sharps[std::size_t(point)].pointclass != 0;
+    };
+    for (int i = 0; i < shape->stripenumber; i++) {
+        const int* points = shape->stripes[i].points;
+        const int last = shape->stripes[i].pointnumber - 1;
+        for (int k = 0; k <= last; k++) {
+            if (!isvertex(points[k])) {
+                continue;
+            }
+            const bool crease =
+                k > 0 && k < last && isvertex(points[k - 1]) && isvertex(points[k + 1]);
+            unsigned char& own = walk.sharps[std::size_t(points[k])].pointclass;
+            own = static_cast<unsigned char>(own | (crease ? POINT_CREASE : POINT_CORNER));
+        }
+    }
+}
+
+// Gives every point its place among the normals. Returns how many normals there will be.
+static int PlaceSharpNormals(NormalWalk& walk)
+{
+    int number = 0;
+    for (std::size_t i = 0; i < walk.sharps.size(); i++) {
+        SharpPoint& sharp = walk.sharps[i];
+        sharp.first = number;
+        if (sharp.pointclass == 0) {
+            number += 1;
+        } else if ((sharp.pointclass & POINT_CREASE) != 0) {
+            sharp.met = noone;
+            number += 2;
+        } else {
+            number += walk.points[i].corners;
+        }
+    }
+    return number;
+}
+
+static NormalWalk StartWalk(Shape* shape)
+{
+    NormalWalk walk = {shape, 0, {}, {}};
+    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, 0, noone});
+    for (int i = 0; i < shape->trianglenumber; i++) {
+        for (int point : shape->triangles[i].points) {
+            walk.points[std::size_t(point)].corners++;
+        }
+    }
+    shape->normalnumber = shape->pointnumber;
+    // A one-sided shape is smooth even along its vertexes.
+    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
+        ClassifyPoints(walk);
+        shape->normalnumber = PlaceSharpNormals(walk);
+    }
+    std::int64_t edgeends = 3 * std::int64_t(shape->trianglenumber);
+    if (shape->sidenumber == 1 && shape->stripenumber > 0) {
+        edgeends += shape->stripes[0].pointnumber; // its border edges have one triangle each
+    }
+    walk.edgeroom = int(edgeends / 2);
+    shape->edgenumber = 0;
+    ResizeArray(shape->edges, walk.edgeroom);
+    ResizeArray(shape->normals, shape->normalnumber);
+    ResizeArray(shape->trianglenormals, shape->trianglenumber);
+    return walk;
+}
+
+static void StoreSmoothNormal(const Vector& sum, float* normal)
+{
+    if (!StoreUnit(sum, normal)) {
+        Store({1, 1, 1}, normal); // Deliberate: no unit vector, unlike the fallback of a triangle.
+    }
+}
+
+static void FinishPoint(NormalWalk& walk, std::size_t index)
+{
+    const PointWork& own = walk.points[index];
+    float(*normals)[3] = walk.shape->normals;
+    EndSingleEdges(walk.shape, own);
+    if (walk.sharps.empty()) {
+        StoreSmoothNormal(own.sum, normals[index]);
+        return;
+    }
+    const SharpPoint& sharp = walk.sharps[index];
+    if (sharp.pointclass == 0) {
+        StoreSmoothNormal(own.sum, normals[sharp.first]);
+    } else if ((sharp.pointclass & POINT_CREASE) != 0) {
+        // Deliberate: no fallback here.
+        StoreUnit(own.sum, normals[sharp.first]);
+        StoreUnit(sharp.others, normals[sharp.first + 1]);
+    }
+}
+
+void SetNormalsOfShape(Shape* shape)
+{
+    NormalWalk walk = StartWalk(shape);
+    for (int s = 0; s < shape->sidenumber; s++) {
+        const Side& side = shape->sides[s];
+        for (int k = 0; k < side.trianglenumber; k++) {
+            WalkTriangle(walk, side.triangles[k], s);
+        }
+    }
+    for (std::size_t i = 0; i < walk.points.size(); i++) {
+        FinishPoint(walk, i);
+    }
+    ResizeArray(shape->edges, shape->edgenumber);
+}
+
+} // namespace korvane
