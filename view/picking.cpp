@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -195,8 +196,9 @@ static int GetPointIndex(const ActiveElement* point, const Shape* shape)
 {
     const float* place = GetPointOfElement(point);
     const float* first = shape->points[0];
+    const float* end = first + 3 * std::ptrdiff_t(shape->pointnumber);
     const std::less<const float*> before; // a total order even of pointers into different arrays
-    if (before(place, first) || !before(place, first + 3 * shape->pointnumber)) {
+    if (before(place, first) || !before(place, end)) {
         return -1;
     }
     return int((place - first) / 3);
@@ -241,7 +243,7 @@ static void SearchCubeFaces(ActiveElement*& candidate)
         return;
     }
     for (int face = 0; face < 6; face++) {
-        const float(*corners)[3] = cubepoints + 4 * face;
+        const float(*corners)[3] = &cubepoints[std::ptrdiff_t(4) * face];
         float place[3] = {mouse[0], mouse[1], 0};
         if (activebgcube[face].active != 0 &&
             (InTheCorners2dSetZ(place, corners[0], corners[1], corners[2]) ||
@@ -252,6 +254,8 @@ static void SearchCubeFaces(ActiveElement*& candidate)
     }
 }
 
+// This and the next two point the record at its element again: the shape may have been copied anew
+// since the records were made.
 static void TryPoint(ActiveElement*& candidate, ActiveElement* record, float* point)
 {
     record->element = point;

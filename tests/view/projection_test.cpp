@@ -307,6 +307,7 @@ TEST(GetPerspectiveFactor, GrowsNoMoreJustBeforeTheEye)
     EXPECT_NEAR(GetPerspectiveFactor(15, 1.49), 150, 1e-9); // 1.5 / 0.01
     EXPECT_NEAR(GetPerspectiveFactor(15, 1.5), 150, 1e-9);
     EXPECT_NEAR(GetPerspectiveFactor(15, 100), 150, 1e-9);
+    EXPECT_NEAR(GetPerspectiveFactor(15, std::nan("")), 150, 1e-9);
 }
 
 } // namespace korvane
