@@ -142,6 +142,9 @@ TEST(InTheTriangle2dSetZ, CountsTheBorderAsInside)
     EXPECT_FLOAT_EQ(DepthInTriangle(corners, 0.5F, 0), 1.5F);
     EXPECT_FLOAT_EQ(DepthInTriangle(corners, 0.5F, 0.5F), 3.5F);
     EXPECT_FLOAT_EQ(DepthInTriangle(corners, 0, 1), 5);
+    const Points clockwise = {corners[0], corners[2], corners[1]};
+    EXPECT_FLOAT_EQ(DepthInTriangle(clockwise, 0.5F, 0), 1.5F);
+    EXPECT_FLOAT_EQ(DepthInTriangle(clockwise, 0.5F, 0.5F), 3.5F);
 }
 
 TEST(InTheTriangle2dSetZ, RejectsWhatIsOutside)
