@@ -3,8 +3,8 @@
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
-#include "view/mainview.h"
 #include "view/cameraflight.h"
+#include "view/mainview.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
