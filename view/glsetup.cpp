@@ -54,7 +54,8 @@ static void SetClearing()
     glClearDepth(1.0);
 }
 
-// Colours blend as usual; the squares of the alphas add up apart. Without OpenGL 1.4 both blend alike.
+// Colours blend as usual; the squares of the alphas add up apart. Without OpenGL 1.4 both blend
+// alike.
 static void SetBlending()
 {
     if (GLEW_VERSION_1_4) {
