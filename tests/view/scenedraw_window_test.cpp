@@ -303,6 +303,9 @@ TEST_F(SceneDrawing, OutlinesTheTrianglesOfAHoveredSideInWhite)
     // The side is cut from corner to corner at its first corner; the cut runs through the middle.
     EXPECT_GT(picture.AtView(0.0025, 0.0025).green, 128);
     EXPECT_EQ(picture.AtView(0.1, 0.05), MakePixel(1, 0, 0));
+    const auto draw = [] { SceneDraw(&mainview); };
+    EXPECT_GT(window.DrawAndCover(draw, 0.0115F).AtView(0.0025, 0.0025).green, 128); // at 0.012
+    EXPECT_EQ(window.DrawAndCover(draw, 0.0125F).AtView(0.0025, 0.0025), MakePixel(1, 0, 0));
     activesides[0].fade = 0;
     picture = window.DrawScene();
     EXPECT_EQ(picture.AtView(0.0025, 0.0025), MakePixel(1, 0, 0));
