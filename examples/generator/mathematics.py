@@ -3,7 +3,7 @@
 import math
 
 from .modelling import join, tube
-from .paint import hue, matte, shiny
+from .paint import Paint, hue, matte, mixed, rgb, shiny
 from .polyhedra import (
     archimedeans,
     cube,
@@ -101,8 +101,13 @@ def knot():
             )
         )
     body = tube(path, 0.073, corners, closed=True)
-    # The lines along the seams between two colours are lit as if the acuity were 1.
-    body = body.painted_by(lambda number: shiny(hue(number // corners / steps, 0.85), 1.0))
+
+    def paint(number):
+        colour = rgb(hue(number // corners / steps, 0.85))
+        # The lines along the seams between two colours are lit as if the acuity were 1.
+        return Paint(mixed(colour, (1, 1, 1), 0.4), mixed((0, 0, 0.05), colour, 0.1), 1.0)
+
+    body = body.painted_by(paint)
     scene = Scene()
     scene.add("trefoil", body.turned("z", 30).turned("x", -18).turned("y", 14))
     return scene
