@@ -69,19 +69,6 @@ static void DragToTurn(benchmark::State& state)
 }
 BENCHMARK(DragToTurn)->RangeMultiplier(10)->Range(10, 1000)->Unit(benchmark::kMillisecond);
 
-static void Zoom(benchmark::State& state)
-{
-    MakeScene(int(state.range(0)));
-    bool in = true;
-    for (auto _ : state) {
-        ChangeScale(in);
-        in = !in;
-    }
-    CountShapes(state);
-    DeleteAllShapes();
-}
-BENCHMARK(Zoom)->RangeMultiplier(10)->Range(10, 1000)->Unit(benchmark::kMillisecond);
-
 static void PrepareFlight(benchmark::State& state)
 {
     for (auto _ : state) {
