@@ -178,8 +178,8 @@ static int OpenInPlace(const Target& target)
     return open(target.path.c_str(), O_WRONLY | O_CLOEXEC);
 }
 
-// Writes a file whose folder takes no new one. While the text is not complete a copy of the old one
-// is on the disk, from which it can be had back even after a crash.
+// Writes a file whose folder does not let it be replaced. While the text is not complete a copy of
+// the old one is on the disk, from which it can be had back even after a crash.
 static bool WriteInPlace(const Target& target, const TextWriter& write)
 {
     const std::string copy = KeepTemporaryCopy(target);
@@ -196,22 +196,33 @@ static bool WriteInPlace(const Target& target, const TextWriter& write)
     return written;
 }
 
+// Writes a new file beside the target and moves it over. False with the reason in errno.
+static bool WriteBeside(const Target& target, const TextWriter& write)
+{
+    const std::string newpath = GetFolder(target) + "/.korvane-" + std::to_string(getpid());
+    const int descriptor = CreateNewFile(newpath, target);
+    if (descriptor < 0) {
+        return false;
+    }
+    if (!WriteAndClose(descriptor, write) || !MoveOver(newpath, target)) {
+        const int reason = errno;
+        unlink(newpath.c_str());
+        errno = reason;
+        return false;
+    }
+    return true;
+}
+
 bool ReplaceFile(const char* path, const TextWriter& write)
 {
     Target target;
     if (!FindTarget(path, target)) {
         return false;
     }
-    const std::string newpath = GetFolder(target) + "/.korvane-" + std::to_string(getpid());
-    const int descriptor = CreateNewFile(newpath, target);
-    if (descriptor < 0) {
-        return target.exists && (errno == EACCES || errno == EPERM) && WriteInPlace(target, write);
+    if (WriteBeside(target, write)) {
+        return true;
     }
-    if (!WriteAndClose(descriptor, write) || !MoveOver(newpath, target)) {
-        unlink(newpath.c_str());
-        return false;
-    }
-    return true;
+    return target.exists && (errno == EACCES || errno == EPERM) && WriteInPlace(target, write);
 }
 
 } // namespace korvane
