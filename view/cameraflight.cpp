@@ -263,7 +263,9 @@ void JumpSurface()
         return;
     }
     const float* normal = drawn.copy->trianglenormals[triangle];
-    const double lift = surfacelift / double(mainview.scale); // Deliberate: on the screen already
+    // Deliberate: by the scale, although the lift is measured on the screen, where it shrinks so
+    // as the view is zoomed in.
+    const double lift = surfacelift / double(mainview.scale);
     for (int i = 0; i < 3; i++) {
         target[0][i] = float(double(target[0][i]) + double(normal[i]) * lift);
     }
