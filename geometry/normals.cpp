@@ -79,6 +79,9 @@ static void MatchEdge(NormalWalk& walk, int* ring, int triangle, int side)
 {
     Edge& last = walk.shape->edges[*ring];
     Edge& first = walk.shape->edges[NextInRing(last)];
+    if (first.triangles[0] == triangle) {
+        return; // Deliberate: what one triangle walks there and back is still single.
+    }
     if (&first == &last) {
         *ring = NextInChain(last);
     } else {

@@ -1,8 +1,10 @@
 #include "view/navigation.h"
 
+#include "view/directions.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
+#include "view/rotation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -62,6 +64,7 @@ static void SnapColumn(float columns[][3], int column, int axis)
     }
 }
 
+// A column that has snapped is exactly on its axis; so is the third when two have.
 static void SnapToAxes(float columns[][3])
 {
     for (int column = 0; column < 3; column++) {
@@ -70,6 +73,9 @@ static void SnapToAxes(float columns[][3])
                 SnapColumn(columns, column, axis);
             }
         }
+    }
+    for (int column = 0; column < 3; column++) {
+        Normalise(columns[column]);
     }
 }
 

@@ -90,7 +90,7 @@ def archimedean():
 
 def knot():
     """A trefoil knot of one closed tube; its colours run once round the wheel."""
-    steps, corners = 84, 8
+    steps, corners = 60, 6
     path = []
     for step in range(steps):
         angle = 2 * math.pi * step / steps
@@ -101,7 +101,7 @@ def knot():
                 -0.118 * math.sin(3 * angle),
             )
         )
-    body = tube(path, 0.068, corners, closed=True)
+    body = tube(path, 0.073, corners, closed=True)
     body = body.painted_by(lambda number: shiny(hue(number // corners / steps), 0.35))
     scene = Scene()
     scene.add("trefoil", body.turned("z", 30).turned("x", -18).turned("y", 14))

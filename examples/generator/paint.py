@@ -6,12 +6,22 @@ from dataclasses import dataclass
 
 @dataclass(frozen=True)
 class Paint:
-    """How a face looks in the light and away from it; a small acuity makes a small highlight."""
+    """How a face looks in the light and away from it; a small acuity makes a small highlight.
+    The alphas say how much of what is behind it a face hides, in the light and away from it."""
 
     light: tuple
     shadow: tuple
     acuity: float = 0.6
     alpha: float = 1.0
+    shadowalpha: float = None
+
+    def __post_init__(self):
+        if self.shadowalpha is None:
+            object.__setattr__(self, "shadowalpha", self.alpha)
+
+    def is_clear(self):
+        """Whether the program paints it after the opaque sides of the same body."""
+        return self.alpha + self.shadowalpha < 0.98
 
 
 def rgb(code):

@@ -6,10 +6,10 @@
 #include "scene/model.h"
 #include "ui/input.h"
 #include "view/basestate.h"
+#include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
-#include "view/navigation.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 

@@ -1,6 +1,8 @@
 // A small window with a drawing area like that of the main window, and pictures read back from it.
 #pragma once
 
+#include "tests/support/widgets.h"
+
 #include <gtk/gtk.h>
 
 #include <functional>
@@ -63,9 +65,6 @@ private:
     GtkWidget* window;
     GtkWidget* area;
 };
-
-// Handles the events that are pending, those on the way from the X server included.
-void HandleEvents();
 
 // An empty scene in the start view: no shape, no construction, nothing under the pointer, every
 // fade at rest, the program path as the driver has it.

@@ -161,6 +161,15 @@ int AddToScene(OwnedShape shape, const std::string& name, int parent)
     return shapenumber - 1;
 }
 
+void SelectNodes(const std::vector<int>& nodes)
+{
+    FreeArray(treeselected);
+    treeselectednumber = int(nodes.size());
+    if (!nodes.empty()) {
+        treeselected = CopyArray(nodes.data(), treeselectednumber);
+    }
+}
+
 void StartEmptyScene()
 {
     if (store == nullptr) {

@@ -57,6 +57,9 @@ OwnedShape Pyramid();       // a square and four triangles
 // projected. Returns the shape's index.
 int AddToScene(OwnedShape shape, const std::string& name, int parent = 0);
 
+// The nodes whose rows are selected, put there without a tree view.
+void SelectNodes(const std::vector<int>& nodes);
+
 // A scene without shapes, folders and undo steps. Makes the tree the first time.
 void StartEmptyScene();
 

@@ -25,6 +25,7 @@ GtkWidget* ShowMainWindow()
 
 void HandleEvents()
 {
+    gdk_display_sync(gdk_display_get_default());
     while (gtk_events_pending()) {
         gtk_main_iteration();
     }

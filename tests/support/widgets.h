@@ -14,7 +14,7 @@ namespace korvane::testing
 // The main window, built and shown once for all the tests of a program.
 GtkWidget* ShowMainWindow();
 
-// Handles the events that wait, until none is left.
+// Handles the events that are pending, those on the way from the X server included.
 void HandleEvents();
 
 // Handles events until the condition holds; false when it does not in good time.

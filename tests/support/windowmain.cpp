@@ -7,6 +7,7 @@
 #include <gtk/gtkgl.h>
 
 #include <clocale>
+#include <filesystem>
 
 int main(int argc, char** argv)
 {
@@ -15,9 +16,14 @@ int main(int argc, char** argv)
         return RUN_ALL_TESTS();
     }
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1); // the same pixels on every machine
+    char settings[] =
+        "/tmp/korvane-settings-XXXXXX"; // the user's own are neither heard nor changed
+    setenv("XDG_CONFIG_HOME", mkdtemp(settings), 1);
     const korvane::testing::XServer server(1280, 1024);
     gtk_init(&argc, &argv);
     gtk_gl_init(&argc, &argv);
     std::setlocale(LC_NUMERIC, "C");
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    std::filesystem::remove_all(settings);
+    return result;
 }

@@ -66,12 +66,17 @@ static void Press(GtkDialog* dialog, int response)
 }
 
 // Types a path as a user does, who begins with "/": into the location entry, or that of the name.
-static void TypePath(GtkDialog* dialog, const std::string& path)
+// False while the chooser has none.
+static bool TypePath(GtkDialog* dialog, const std::string& path)
 {
     GtkWidget* inside = FindWidget(GTK_WIDGET(dialog), g_type_from_name("GtkFileChooserDefault"));
-    g_signal_emit_by_name(inside, "location-popup", "");
-    gtk_entry_set_text(GTK_ENTRY(FindWidget(inside, g_type_from_name("GtkFileChooserEntry"))),
-                       path.c_str());
+    g_signal_emit_by_name(inside, "location-popup", "/");
+    GtkWidget* entry = FindWidget(inside, g_type_from_name("GtkFileChooserEntry"));
+    if (entry == nullptr) {
+        return false;
+    }
+    gtk_entry_set_text(GTK_ENTRY(entry), path.c_str());
+    return true;
 }
 
 // Runs a file dialog, waits until it shows `start` (unless empty), types the path and accepts.
@@ -80,14 +85,11 @@ static std::string Choose(int mode, const std::string& path, const std::string& 
     bool typed = false;
     AnswerDialog([=](GtkDialog* dialog) mutable {
         if (!typed) {
-            if (!start.empty() && GetFolder(dialog) != start) {
-                return false;
-            }
-            TypePath(dialog, path);
-            typed = true;
+            typed = (start.empty() || GetFolder(dialog) == start) && TypePath(dialog, path);
+            return false; // the chooser reads
         }
         if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))) != path) {
-            return false; // the chooser still reads
+            return false;
         }
         Press(dialog, GTK_RESPONSE_OK);
         return true;
@@ -253,10 +255,7 @@ TEST_F(FileDialogs, AcceptAFileThatIsActivated)
     std::ofstream(folder + "/other/model.obj") << "v 0 0 0\n";
     bool typed = false;
     AnswerDialog([&](GtkDialog* dialog) {
-        if (!typed) {
-            TypePath(dialog, folder + "/other/model.obj");
-            typed = true;
-        }
+        typed = typed || TypePath(dialog, folder + "/other/model.obj");
         if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))).empty()) {
             return false;
         }

@@ -5,6 +5,7 @@
 #include "scene/undo.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
+#include "view/mainview.h"
 
 #include <gtest/gtest.h>
 
@@ -171,6 +172,24 @@ TEST(Toolbars, KeepTheBackgroundsAndTheDisplayModesInTwoGroups)
     EXPECT_EQ(GetGroup(9), GetGroup(10));
     EXPECT_EQ(GetGroup(9), GetGroup(11));
     EXPECT_NE(GetGroup(0), GetGroup(9));
+}
+
+static bool IsPressed(std::size_t place)
+{
+    return gtk_toggle_tool_button_get_active(GTK_TOGGLE_TOOL_BUTTON(GetItem(2, place)));
+}
+
+TEST(Toolbars, StartAsTheViewStarts)
+{
+    ShowMainWindow();
+    EXPECT_EQ(IsPressed(0), mainview.bgshape == BACKGROUND_CUBE);
+    EXPECT_EQ(IsPressed(4), (mainview.gradientfade & fadetarget) != 0);
+    EXPECT_EQ(IsPressed(5), (mainview.imagefade & fadetarget) != 0);
+    EXPECT_EQ(IsPressed(6), (mainview.smallcubefade & fadetarget) != 0);
+    EXPECT_EQ(IsPressed(7), (mainview.centerlinesfade & fadetarget) != 0);
+    EXPECT_EQ(IsPressed(9), mainview.showshape == SHAPE_BOTH);
+    EXPECT_EQ(IsPressed(13), mainview.onlyselected != 0);
+    EXPECT_EQ(IsPressed(14), (mainview.perspective & fadetarget) != 0);
 }
 
 TEST(Toolbars, HaveNothingToUndoAtTheStart)

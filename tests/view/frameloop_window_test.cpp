@@ -1,10 +1,10 @@
+#include "view/cameraflight.h"
 #include "view/frameloop.h"
 
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
 #include "view/mainview.h"
-#include "view/navigation.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>

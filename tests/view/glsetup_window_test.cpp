@@ -213,6 +213,15 @@ TEST_F(OpenGlSetup, ProjectsTheSceneAgainAfterAResize)
     EXPECT_EQ(showtable[0], SHOW_NOTHING);
 }
 
+TEST_F(OpenGlSetup, PointsWithOneCrossHairThatIsMadeOnce)
+{
+    GdkWindow* area = gtk_widget_get_window(window.GetArea());
+    GdkCursor* crosshair = gdk_window_get_cursor(area);
+    EXPECT_NE(crosshair, nullptr);
+    ConfigGl(window.GetArea(), nullptr);
+    EXPECT_EQ(gdk_window_get_cursor(area), crosshair);
+}
+
 // The pixels of a texture, red first.
 static std::vector<unsigned char> ReadTexture(unsigned int name, int size)
 {

@@ -106,6 +106,12 @@ TEST_F(SceneDrawing, ShowsTheBackOfATurnedSideInItsBackColors)
     EXPECT_EQ(DrawPlain().AtView(0.1, 0.05), MakePixel(t, 0, 1 - t));
 }
 
+TEST_F(SceneDrawing, ShadesTheBackOfADefaultSideLikeItsFront)
+{
+    Add(TurnOver(SquareAt(0, 0, 0)));
+    EXPECT_EQ(DrawPlain().AtView(0.1, 0.05), MakePixel(0.64552, 0.64552, 0.64552));
+}
+
 TEST_F(SceneDrawing, TakesTheBackAcuityForTheBack)
 {
     OwnedShape square = TurnOver(SquareAt(0, 0, 0));
