@@ -189,14 +189,6 @@ Picture GlWindow::ReadWindow() const
     return picture;
 }
 
-void HandleEvents()
-{
-    gdk_display_sync(gdk_display_get_default());
-    while (gtk_events_pending()) {
-        gtk_main_iteration();
-    }
-}
-
 static const MainView startview = mainview;
 
 static void EndConstruction()
