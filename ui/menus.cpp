@@ -4,6 +4,7 @@
 #include "scene/treeview.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
+#include "ui/viewmenus.h"
 
 #include <gtk/gtk.h>
 

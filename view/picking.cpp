@@ -125,10 +125,21 @@ static void SetRecordsOfShape(int i)
     }
 }
 
+// The elements under the last press are named by index: the index means nothing in lists of another
+// length.
+static void ForgetPressedUnlessLike(const RecordRun& total)
+{
+    if (total.firstpoint != shapepoints || total.firststripe != activestripenumber ||
+        total.firstside != activesidenumber) {
+        ForgetPressedElements();
+    }
+}
+
 void SetActives()
 {
     const int construction = GetConstructionRecords();
     const RecordRun total = SetRuns();
+    ForgetPressedUnlessLike(total);
     ActiveElement* points = NewArray<ActiveElement>(total.firstpoint + construction);
     for (int k = 0; k < construction; k++) {
         points[total.firstpoint + k] = activepoints[activepointnumber - construction + k];
