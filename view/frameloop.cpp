@@ -1,9 +1,11 @@
 #include "view/frameloop.h"
 
 #include "scene/model.h"
+#include "view/background.h"
 #include "view/basestate.h"
 #include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/overlays.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 
@@ -23,8 +25,10 @@ int32_t runtime = 0;
 static void DrawFrame()
 {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    BgDrawBefore(&mainview);
     SceneDraw(&mainview);
     AssertBaseState("SceneDraw");
+    BgDrawAfter(&mainview);
 }
 
 int ReDraw(GtkWidget* widget, GdkEventExpose* /*event*/)
