@@ -148,12 +148,13 @@ TEST(TreePane, ShowsTheStoreWithItsThreeColumns)
     EXPECT_EQ(gtk_tree_model_get_column_type(model, 2), G_TYPE_INT);
 }
 
-TEST(TreePane, SelectsSeveralRowsAndDoesNotReorderThemYet)
+TEST(TreePane, SelectsSeveralRowsAndReordersThemWithoutAHeader)
 {
     ShowMainWindow();
     GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
     EXPECT_EQ(gtk_tree_selection_get_mode(selection), GTK_SELECTION_MULTIPLE);
-    EXPECT_FALSE(gtk_tree_view_get_reorderable(GTK_TREE_VIEW(treeview)));
+    EXPECT_TRUE(gtk_tree_view_get_reorderable(GTK_TREE_VIEW(treeview)));
+    EXPECT_FALSE(gtk_tree_view_get_headers_visible(GTK_TREE_VIEW(treeview)));
 }
 
 TEST(TreePane, DrawsTheIconOfARowBeforeItsName)
