@@ -40,6 +40,7 @@ struct SharpPoint {
 // no chain is long, however many edges meet in a point.
 struct NormalWalk {
     Shape* shape;
+    bool edgesknown; // the shape's edges are right already and stay
     int edgeroom;
     std::vector<PointWork> points;
     std::vector<SharpPoint> sharps; // empty when all points are smooth
@@ -216,7 +217,9 @@ static void WalkTriangle(NormalWalk& walk, int index, int side)
     }
     for (int i = 0; i < 3; i++) {
         const int point = triangle.points[i];
-        WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        if (!walk.edgesknown) {
+            WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        }
         triangle.normals[i] = WalkCorner(walk, point, side, normal);
     }
 }
@@ -280,16 +283,9 @@ static int PlaceSharpNormals(NormalWalk& walk)
     return number;
 }
 
-static NormalWalk StartWalk(Shape* shape)
+static void MakeRoomForEdges(NormalWalk& walk)
 {
-    NormalWalk walk = {shape, 0, {}, {}};
-    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, noone, 0});
-    shape->normalnumber = shape->pointnumber;
-    // A one-sided shape is smooth even along its vertexes.
-    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
-        ClassifyPoints(walk);
-        shape->normalnumber = PlaceSharpNormals(walk);
-    }
+    Shape* shape = walk.shape;
     std::int64_t edgeends = 3 * std::int64_t(shape->trianglenumber);
     if (shape->sidenumber == 1 && shape->stripenumber > 0) {
         edgeends += shape->stripes[0].pointnumber; // its border edges have one triangle each
@@ -297,6 +293,21 @@ static NormalWalk StartWalk(Shape* shape)
     walk.edgeroom = int(edgeends / 2);
     shape->edgenumber = 0;
     ResizeArray(shape->edges, walk.edgeroom);
+}
+
+static NormalWalk StartWalk(Shape* shape, bool edgesknown)
+{
+    NormalWalk walk = {shape, edgesknown, 0, {}, {}};
+    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, noone, 0});
+    shape->normalnumber = shape->pointnumber;
+    // A one-sided shape is smooth even along its vertexes.
+    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
+        ClassifyPoints(walk);
+        shape->normalnumber = PlaceSharpNormals(walk);
+    }
+    if (!edgesknown) {
+        MakeRoomForEdges(walk);
+    }
     ResizeArray(shape->normals, shape->normalnumber);
     ResizeArray(shape->trianglenormals, shape->trianglenumber);
     return walk;
@@ -328,9 +339,9 @@ static void FinishPoint(NormalWalk& walk, std::size_t index)
     }
 }
 
-void SetNormalsOfShape(Shape* shape)
+static void SetNormals(Shape* shape, bool edgesknown)
 {
-    NormalWalk walk = StartWalk(shape);
+    NormalWalk walk = StartWalk(shape, edgesknown);
     for (int s = 0; s < shape->sidenumber; s++) {
         const Side& side = shape->sides[s];
         for (int k = 0; k < side.trianglenumber; k++) {
@@ -340,7 +351,17 @@ void SetNormalsOfShape(Shape* shape)
     for (std::size_t i = 0; i < walk.points.size(); i++) {
         FinishPoint(walk, i);
     }
+}
+
+void SetNormalsOfShape(Shape* shape)
+{
+    SetNormals(shape, false);
     ResizeArray(shape->edges, shape->edgenumber);
+}
+
+void SetNormalsOverEdges(Shape* shape)
+{
+    SetNormals(shape, true);
 }
 
 } // namespace korvane

@@ -15,26 +15,84 @@ namespace korvane
 
 __extension__ typedef unsigned __int128 Wide; // holds 24 bits of a float times any power of 5 used
 
-float ParseReal(std::string_view text)
-{
-    std::array<char, numbersize> room;
-    std::string longtext;
-    char* begin = room.data();
-    if (text.size() > room.size()) {
-        longtext.resize(text.size());
-        begin = longtext.data();
+// Negative powers of ten, to a few double steps. Beyond them the smallest floats, which have fewer
+// digits, would come into reach.
+static constexpr int mostdecimals = 37;
+static constexpr auto decimalfractions = [] {
+    std::array<double, mostdecimals + 1> fractions{};
+    double power = 1;
+    for (double& fraction : fractions) {
+        fraction = 1 / power;
+        power *= 10;
     }
-    char* end = std::copy(text.begin(), text.end(), begin);
-    char* comma = std::find(begin, end, ',');
-    if (comma != end) {
-        *comma = '.';
+    return fractions;
+}();
+
+// True when the nearest float is the same for all doubles within some thousand steps of the value.
+static bool IsFarFromTie(double value)
+{
+    constexpr std::uint64_t below = (std::uint64_t(1) << 29) - 1; // the bits that a float has not
+    constexpr std::uint64_t tie = std::uint64_t(1) << 28;
+    constexpr std::uint64_t margin = 4096;
+    const std::uint64_t rest = std::bit_cast<std::uint64_t>(value) & below;
+    return rest < tie - margin || rest > tie + margin;
+}
+
+static bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// Reads digits with at most a sign and a comma, as nearly all numbers are, with an error of a few
+// double steps. False when the text is another one or that is not good enough for a float.
+static bool ParsePlain(std::string_view text, float& value)
+{
+    constexpr std::uint64_t full = 1'000'000'000'000'000'000U; // one more digit still fits
+    const char* next = text.data();
+    const char* end = next + text.size();
+    const bool negative = next != end && *next == '-';
+    next += negative ? 1 : 0;
+    std::uint64_t mantissa = 0;
+    for (; next != end && IsDigit(*next) && mantissa < full; next++) {
+        mantissa = mantissa * 10 + std::uint64_t(*next - '0');
+    }
+    std::ptrdiff_t decimals = 0;
+    if (next != end && *next == ',') {
+        const char* first = ++next;
+        for (; next != end && IsDigit(*next) && mantissa < full; next++) {
+            mantissa = mantissa * 10 + std::uint64_t(*next - '0');
+        }
+        decimals = next - first;
+        next = std::find_if_not(next, end, IsDigit); // what the mantissa cannot hold
+    }
+    if (next != end || decimals > mostdecimals || (mantissa == 0 && negative)) {
+        return false;
+    }
+    const double magnitude = double(mantissa) * decimalfractions[std::size_t(decimals)];
+    value = float(negative ? -magnitude : magnitude);
+    return IsFarFromTie(magnitude);
+}
+
+// Reads every text, exactly.
+static float ParseByLibrary(std::string_view text)
+{
+    std::string point(text);
+    const std::size_t comma = point.find(',');
+    if (comma != point.npos) {
+        point[comma] = '.';
     }
     double value = 0;
-    if (std::from_chars(begin, end, value).ec != std::errc()) {
+    if (std::from_chars(point.data(), point.data() + point.size(), value).ec != std::errc()) {
         return 0;
     }
     const float stored = float(value);
     return std::isfinite(stored) ? stored : 0;
+}
+
+float ParseReal(std::string_view text)
+{
+    float value = 0;
+    return ParsePlain(text, value) ? value : ParseByLibrary(text);
 }
 
 int ParseInteger(std::string_view text)

@@ -388,7 +388,7 @@ TEST_F(SceneFile, ACancelledDialogChangesNothing)
 
 TEST_F(SceneFile, LoadsAndClearsThousandsOfShapes)
 {
-    constexpr int number = 10000;
+    constexpr int number = 3000;
     std::string text = SceneHead(number) + "/a\n//b\n\n";
     for (int i = 0; i < number; i++) {
         text += TriangleBlock((i % 2 == 0 ? "/a/b/s" : "/s") + std::to_string(i));
