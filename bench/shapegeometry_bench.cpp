@@ -18,8 +18,7 @@ namespace korvane::bench
 
 static void CountTriangles(benchmark::State& state, const Shape* shape)
 {
-    state.SetItemsProcessed(state.iterations() * shape->trianglenumber);
-    state.counters["per_triangle"] = benchmark::Counter(
+    state.counters["s/triangle"] = benchmark::Counter(
         double(shape->trianglenumber),
         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }

@@ -15,7 +15,7 @@ namespace korvane::bench
 
 static void CountCorners(benchmark::State& state)
 {
-    state.counters["per_corner"] =
+    state.counters["s/corner"] =
         benchmark::Counter(double(state.range(0)), benchmark::Counter::kIsIterationInvariantRate |
                                                        benchmark::Counter::kInvert);
 }
