@@ -118,7 +118,7 @@ struct Parts {
     int exponent;           // -149..104
 };
 
-// The value must be finite.
+// The value is finite.
 static Parts TakeApart(float value)
 {
     const auto bits = std::bit_cast<std::uint32_t>(value);
@@ -149,9 +149,9 @@ static Wide ShiftRounded(Wide value, int bits)
 
 static constexpr auto digitpairs = [] {
     std::array<char, 200> pairs{};
-    for (int i = 0; i < 100; i++) {
-        pairs[std::size_t(2 * i)] = char('0' + i / 10);
-        pairs[std::size_t(2 * i + 1)] = char('0' + i % 10);
+    for (std::size_t i = 0; i < 100; i++) {
+        pairs[2 * i] = char('0' + i / 10);
+        pairs[2 * i + 1] = char('0' + i % 10);
     }
     return pairs;
 }();
@@ -263,14 +263,12 @@ static char* LayOut(char* out, const char* digits, int count, int exponent)
 char* WriteReal(char* out, float value)
 {
     constexpr float toolarge = 1e20F;
-    constexpr int smallestleading =
-        -83; // 2^-83 is the last that needs no power of five beyond 5^44
-    const Parts parts = TakeApart(value);
-    const int leading = parts.exponent + int(std::bit_width(parts.mantissa)) - 1;
-    // false for a NaN as well
-    if (!(std::fabs(value) < toolarge) || leading < smallestleading) {
+    constexpr float toosmall = 0x1p-83F; // below it powers of five beyond 5^44 are wanted
+    const float magnitude = std::fabs(value);
+    if (!(magnitude >= toosmall && magnitude < toolarge)) { // a zero, a NaN
         return WriteByLibrary(out, value, std::chars_format::general, realdigits);
     }
+    const Parts parts = TakeApart(value);
     const Decimal decimal = RoundToDecimal(parts);
     std::array<char, realdigits> digits;
     WriteDecimalDigits(digits.data(), decimal.digits);
