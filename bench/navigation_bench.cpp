@@ -1,6 +1,6 @@
 // The camera under the hand: every step of a drag turns the view, projects the whole scene and
-// finds the element under the pointer; a zoom does the same. And the preparation of a flight, which
-// must not be felt at the click that starts it.
+// finds the element under the pointer. And the preparation of a flight, which must not be felt at
+// the click that starts it.
 #include "bench/meshes.h"
 
 #include "geometry/shapegeometry.h"
@@ -23,8 +23,7 @@ namespace korvane
 static void MakeScene(int number)
 {
     constexpr int row = 10;
-    constexpr float size =
-        0.125F; // from the torus, whose radius is 0.4, to half a tenth of the view
+    constexpr float size = 0.125F; // makes the torus, of radius 0.4, a tenth of the view wide
     width = 600;
     height = 600;
     for (int i = 0; i < number; i++) {
@@ -68,19 +67,6 @@ static void DragToTurn(benchmark::State& state)
     DeleteAllShapes();
 }
 BENCHMARK(DragToTurn)->RangeMultiplier(10)->Range(10, 1000)->Unit(benchmark::kMillisecond);
-
-static void Zoom(benchmark::State& state)
-{
-    MakeScene(int(state.range(0)));
-    bool in = true;
-    for (auto _ : state) {
-        ChangeScale(in);
-        in = !in;
-    }
-    CountShapes(state);
-    DeleteAllShapes();
-}
-BENCHMARK(Zoom)->RangeMultiplier(10)->Range(10, 1000)->Unit(benchmark::kMillisecond);
 
 static void PrepareFlight(benchmark::State& state)
 {

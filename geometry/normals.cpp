@@ -17,8 +17,8 @@ static constexpr int noone = -1;
 // How a point is shaded. The bits add up over the stripes through the point; none makes it smooth.
 enum PointClass : unsigned char { POINT_VERTEX = 1, POINT_CREASE = 2, POINT_CORNER = 4 };
 
-// What the walk over the triangles gathers at a point.
-struct PointWork {
+// What the walk over the triangles gathers at a point; never across two lines of the cache.
+struct alignas(32) PointWork {
     Vector sum;  // of the normals of its triangles; of a crease point, of those in its first side
     int corners; // triangle corners on it
     int chain;   // the first of its single edges, noone when there are none
@@ -40,6 +40,7 @@ struct SharpPoint {
 // meets in a point.
 struct NormalWalk {
     Shape* shape;
+    bool edgesknown;
     int edgeroom;
     std::vector<PointWork> points;
     std::vector<SharpPoint> sharps; // empty when all points are smooth
@@ -185,7 +186,9 @@ static void WalkTriangle(NormalWalk& walk, int index, int side)
     }
     for (int i = 0; i < 3; i++) {
         const int point = triangle.points[i];
-        WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        if (!walk.edgesknown) {
+            WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        }
         triangle.normals[i] = WalkCorner(walk, point, side, normal);
     }
 }
@@ -236,21 +239,18 @@ static int PlaceSharpNormals(NormalWalk& walk)
     return number;
 }
 
-static NormalWalk StartWalk(Shape* shape)
+static void CountCorners(NormalWalk& walk)
 {
-    NormalWalk walk = {shape, 0, {}, {}};
-    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, 0, noone});
-    for (int i = 0; i < shape->trianglenumber; i++) {
-        for (int point : shape->triangles[i].points) {
+    for (int i = 0; i < walk.shape->trianglenumber; i++) {
+        for (int point : walk.shape->triangles[i].points) {
             walk.points[std::size_t(point)].corners++;
         }
     }
-    shape->normalnumber = shape->pointnumber;
-    // A one-sided shape is smooth even along its vertexes.
-    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
-        ClassifyPoints(walk);
-        shape->normalnumber = PlaceSharpNormals(walk);
-    }
+}
+
+static void MakeRoomForEdges(NormalWalk& walk)
+{
+    Shape* shape = walk.shape;
     std::int64_t edgeends = 3 * std::int64_t(shape->trianglenumber);
     if (shape->sidenumber == 1 && shape->stripenumber > 0) {
         edgeends += shape->stripes[0].pointnumber; // its border edges have one triangle each
@@ -258,6 +258,25 @@ static NormalWalk StartWalk(Shape* shape)
     walk.edgeroom = int(edgeends / 2);
     shape->edgenumber = 0;
     ResizeArray(shape->edges, walk.edgeroom);
+}
+
+static NormalWalk StartWalk(Shape* shape, bool edgesknown)
+{
+    NormalWalk walk = {shape, edgesknown, 0, {}, {}};
+    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, 0, noone});
+    // A one-sided shape is smooth even along its vertexes.
+    const bool smooth = shape->sidenumber <= 1 || shape->vertexnumber == 0;
+    if (!smooth || !edgesknown) {
+        CountCorners(walk);
+    }
+    shape->normalnumber = shape->pointnumber;
+    if (!smooth) {
+        ClassifyPoints(walk);
+        shape->normalnumber = PlaceSharpNormals(walk);
+    }
+    if (!edgesknown) {
+        MakeRoomForEdges(walk);
+    }
     ResizeArray(shape->normals, shape->normalnumber);
     ResizeArray(shape->trianglenormals, shape->trianglenumber);
     return walk;
@@ -289,9 +308,9 @@ static void FinishPoint(NormalWalk& walk, std::size_t index)
     }
 }
 
-void SetNormalsOfShape(Shape* shape)
+static void SetNormals(Shape* shape, bool edgesknown)
 {
-    NormalWalk walk = StartWalk(shape);
+    NormalWalk walk = StartWalk(shape, edgesknown);
     for (int s = 0; s < shape->sidenumber; s++) {
         const Side& side = shape->sides[s];
         for (int k = 0; k < side.trianglenumber; k++) {
@@ -301,7 +320,17 @@ void SetNormalsOfShape(Shape* shape)
     for (std::size_t i = 0; i < walk.points.size(); i++) {
         FinishPoint(walk, i);
     }
+}
+
+void SetNormalsOfShape(Shape* shape)
+{
+    SetNormals(shape, false);
     ResizeArray(shape->edges, shape->edgenumber);
+}
+
+void SetNormalsOverEdges(Shape* shape)
+{
+    SetNormals(shape, true);
 }
 
 } // namespace korvane

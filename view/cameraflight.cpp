@@ -43,17 +43,15 @@ static constexpr double wallangle = 0.001; // radians; a wall nearer to facing o
 static constexpr double fitradius = 0.6;        // of what is fitted, on the screen
 static constexpr double surfacelift = 1.0 / 80; // of the view's centre above a clicked surface
 
-// A given direction at unit length; `otherwise` when none is given, or one that points nowhere (a
-// triangle without area has such a normal).
+// A given direction at unit length, or `otherwise` when none is given. One that points nowhere (a
+// triangle without area has such a normal) stays as it is and turns nothing.
 static Direction GetDirection(const float* given, const Direction& otherwise)
 {
-    Direction direction = otherwise;
-    if (given != nullptr) {
-        std::copy_n(given, 3, direction.data());
-        if (!Normalise(direction.data())) {
-            return otherwise;
-        }
+    if (given == nullptr) {
+        return otherwise;
     }
+    Direction direction = {given[0], given[1], given[2]};
+    Normalise(direction.data());
     return direction;
 }
 
@@ -263,7 +261,9 @@ void JumpSurface()
         return;
     }
     const float* normal = drawn.copy->trianglenormals[triangle];
-    const double lift = surfacelift / double(mainview.scale); // Deliberate: on the screen already
+    // Deliberate: by the scale, although the lift is measured on the screen, where it shrinks so
+    // as the view is zoomed in.
+    const double lift = surfacelift / double(mainview.scale);
     for (int i = 0; i < 3; i++) {
         target[0][i] = float(double(target[0][i]) + double(normal[i]) * lift);
     }

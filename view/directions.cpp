@@ -9,19 +9,18 @@ namespace korvane
 
 static constexpr double opposite = 1e-6; // square of the distance to the opposite direction
 
-bool Normalise(float* v)
+void Normalise(float* v)
 {
     const double x = double(v[0]);
     const double y = double(v[1]);
     const double z = double(v[2]);
     const double length = std::hypot(x, y, z);
     if (!(length > 0) || !std::isfinite(length)) {
-        return false;
+        return;
     }
     v[0] = float(x / length);
     v[1] = float(y / length);
     v[2] = float(z / length);
-    return true;
 }
 
 static bool AreOpposite(const Direction& a, const Direction& b)

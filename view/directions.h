@@ -12,8 +12,8 @@ using Direction = std::array<float, 3>;
 constexpr int arcend = 256; // index of the last sample
 using Arc = std::array<Direction, arcend + 1>;
 
-// Makes the vector one unit long. False, and the vector is as it was, when it has no direction.
-bool Normalise(float* v);
+// Makes the vector one unit long; one that has no direction stays as it is.
+void Normalise(float* v);
 
 // Samples the shorter way between two directions. Between opposite ones every way is as short: it
 // goes through `detour`.

@@ -54,8 +54,8 @@ static void SetClearing()
     glClearDepth(1.0);
 }
 
-// Deliberate: the alpha of a frame is the sum of squares that the second pair gives; nothing shows
-// it.
+// Colours blend as usual; the squares of the alphas add up apart. Without OpenGL 1.4 both blend
+// alike.
 static void SetBlending()
 {
     if (GLEW_VERSION_1_4) {

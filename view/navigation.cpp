@@ -38,8 +38,8 @@ static void GetBallPoint(double x, double y, float point[3])
     if (r <= 1) {
         point[0] = float(u);
         point[1] = float(v);
-        point[2] =
-            float(std::sqrt(std::max(0.0, 1 - u * u - v * v))); // rounding may leave less than 0
+        const double square = std::max(0.0, 1 - u * u - v * v); // rounding may leave less than 0
+        point[2] = float(std::sqrt(square));
     } else {
         point[0] = float(u / r);
         point[1] = float(v / r);
@@ -92,8 +92,8 @@ void MouseRotate(float x1, float y1, float x2, float y2)
     std::copy_n(mainview.freerotation, 9, columns[0]);
     VectorRotate(columns, from, to);
     std::copy_n(columns[0], 9, mainview.freerotation);
-    SnapToAxes(
-        columns); // Deliberate: freerotation is not snapped, so that dragging on leaves the axis
+    // Deliberate: freerotation is not snapped, so that dragging on leaves the axis smoothly.
+    SnapToAxes(columns);
     std::copy_n(columns[0], 9, mainview.rotation);
     RefreshView();
 }

@@ -157,8 +157,8 @@ static void AddLitTriangle(LitRun& run, const Shape* copy, const Triangle& trian
     }
 }
 
-// The back of such a side is drawn as a front with turned normals, which is what the program makes of
-// a back: the light state need not change with the facing.
+// The back of such a side is drawn as a front with turned normals, which is what the program makes
+// of a back: the light state need not change with the facing.
 static bool IsBackLikeFront(const Side& side)
 {
     return std::equal(side.colors + FRONT_LIGHT, side.colors + BACK_LIGHT,

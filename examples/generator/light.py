@@ -63,13 +63,18 @@ def pool(outline, level, colour):
     """A spot of coloured light on the floor; no two lie at the same level."""
     tint = mixed(rgb(colour), (1, 1, 1), 0.1)
     ring = [(x, level, z) for x, z in reversed(outline)]
-    return patch(ring).painted(Paint(tint, tint, 1.0, 0.48))
+    return patch(ring).painted(Paint(tint, tint, 1.0, (0.48, 0.48)))
 
 
 def crystal(colour, size):
     """A clear six-sided crystal."""
     rows = [Row(0, 0), Row(0.3, 0.32), Row(0.3, 0.75), Row(0, 1.1)]
-    body = lathe(rows, 6, arcs=6).crisp().scaled(size).painted(glass(colour, 0.45, 0.45), visibility=BOTH)
+    body = (
+        lathe(rows, 6, arcs=6)
+        .crisp()
+        .scaled(size)
+        .painted(glass(colour, 0.45, 0.45), visibility=BOTH)
+    )
     return body.turned("z", 7).turned("y", 20)
 
 
@@ -138,7 +143,8 @@ def pad(radius, notch):
     steps = 13
     angles = [math.radians(notch + 16 + 328 * i / (steps - 1)) for i in range(steps)]
     rim = [
-        (radius * math.cos(a), 0.006 + 0.004 * math.sin(4 * a), -radius * math.sin(a)) for a in angles
+        (radius * math.cos(a), 0.006 + 0.004 * math.sin(4 * a), -radius * math.sin(a))
+        for a in angles
     ]
     a = math.radians(notch)
     points = [(0.12 * radius * math.cos(a), 0.003, -0.12 * radius * math.sin(a))] + rim
@@ -150,7 +156,14 @@ def dragonfly():
     tail = [(0, 0, 0.03), (0, 0.004, 0.0), (0, 0.002, -0.05), (0, 0.006, -0.11), (0, 0.004, -0.15)]
     body = tube(tail, [0.006, 0.012, 0.006, 0.005, 0.003], 5).painted(matte("1f8f9c"))
     head = octahedron().scaled(0.016).painted(matte("2a5f7a")).moved(0, 0, 0.036)
-    outline = [(0.006, 0.0), (0.05, 0.006), (0.1, 0.012), (0.128, 0.004), (0.11, -0.012), (0.05, -0.014)]
+    outline = [
+        (0.006, 0.0),
+        (0.05, 0.006),
+        (0.1, 0.012),
+        (0.128, 0.004),
+        (0.11, -0.012),
+        (0.05, -0.014),
+    ]
     parts = {"body": body.joined(head)}
     for name, turn, foot in (("front", 12, 0.012), ("rear", -20, -0.006)):
         wing = sheet([(x, 0.012 + 0.12 * x, -y) for x, y in outline])
@@ -166,9 +179,9 @@ def lotus():
     water = lathe(
         [Row(0.4, -0.05, True), *soft_rows((0.404, -0.025)), Row(0.4, 0.0, True), Row(0.24, 0.0)],
         18,
-        Paint((0.2, 0.52, 0.62), (0.01, 0.1, 0.2), 0.9),
+        Paint((0.26, 0.66, 0.76), (0.0, 0.12, 0.26), 0.9),
     )
-    light = Paint((0.75, 0.93, 0.95), (0.6, 0.85, 0.9), 1.0, 0.16)
+    light = Paint((0.75, 0.93, 0.95), (0.6, 0.85, 0.9), 1.0, (0.16, 0.16))
     ripple = patch([(x, 0.001, -0.95 * z) for x, z in circle(0.34, 12)]).painted(light)
     scene.add("water", water.joined(ripple))
 
@@ -180,7 +193,9 @@ def lotus():
     ]
     for name, count, length, width, lean, cup, pale in whorls:
         inside = Paint(mixed((1, 0.8, 0.88), white, pale), mixed(pink, white, 0.4 * pale), 0.6)
-        outside = Paint(mixed(pink, white, 0.45), mixed((0.6, 0.1, 0.35), pink, 0.4 + 0.4 * pale), 0.9)
+        outside = Paint(
+            mixed(pink, white, 0.45), mixed((0.6, 0.1, 0.35), pink, 0.4 + 0.4 * pale), 0.9
+        )
         one = petal(length, width, lean, cup).moved(0, 0.02, 0.018)
         one = one.painted(inside, outside, BOTH)
         for i in range(count):
@@ -193,10 +208,19 @@ def lotus():
     leaf = Paint((0.52, 0.78, 0.36), (0.05, 0.25, 0.12), 0.8)
     under = Paint((0.5, 0.4, 0.4), (0.2, 0.08, 0.12), 0.8)
     for place, (x, z, size, notch) in enumerate(
-        [(-0.24, 0.2, 0.12, 60), (0.25, 0.17, 0.115, 200), (-0.27, -0.13, 0.1, 300), (0.24, -0.2, 0.11, 160), (0.02, 0.31, 0.075, 100)]
+        [
+            (-0.24, 0.2, 0.12, 60),
+            (0.25, 0.17, 0.115, 200),
+            (-0.27, -0.13, 0.1, 300),
+            (0.24, -0.2, 0.11, 160),
+            (0.02, 0.31, 0.075, 100),
+        ]
     ):
         body = pad(size, notch).painted(leaf, under, BOTH)
         scene.add(f"leaves/leaf-{place + 1}", body.moved(x, 0.004, z))
     for name, body in dragonfly().items():
-        scene.add(f"dragonfly/{name}", body.scaled(1.25).turned("x", -20).turned("y", -55).moved(0.2, 0.38, -0.03))
+        scene.add(
+            f"dragonfly/{name}",
+            body.scaled(1.25).turned("x", -20).turned("y", -55).moved(0.2, 0.38, -0.03),
+        )
     return scene.turned("y", 8).turned("x", 30).moved(0, -0.14, 0)

@@ -132,7 +132,7 @@ class Body:
         return unit(area_normal(self.corners_of(self.sides[number])))
 
     def back_to_front(self):
-        """The sides sorted from the farthest to the nearest, the order in which clear ones blend."""
+        """The sides from the farthest to the nearest, the order in which clear ones blend."""
         order = sorted(range(len(self.sides)), key=lambda number: self.middle_of(number)[2])
         return Body(self.points, [self.sides[number] for number in order], self.marked)
 
@@ -157,13 +157,6 @@ def circle(radius, corners, start=0.0):
     """A regular polygon, counter-clockwise; `start` turns its first corner away from the x axis."""
     angles = [math.radians(start + 360 * i / corners) for i in range(corners)]
     return [(radius * math.cos(angle), radius * math.sin(angle)) for angle in angles]
-
-
-def star(outer, inner, rays):
-    """A star with one ray straight up."""
-    angles = [math.pi / 2 + math.pi * i / rays for i in range(2 * rays)]
-    radii = [inner if i % 2 else outer for i in range(2 * rays)]
-    return [(r * math.cos(angle), r * math.sin(angle)) for r, angle in zip(radii, angles)]
 
 
 # ------------------------------------------------------------------------------------ solid makers
@@ -339,14 +332,6 @@ def sheet(outline):
     return Body(outline, [Side(tuple(range(len(outline))), PLAIN, PLAIN, BOTH)])
 
 
-def cornered_sheet(corners):
-    """One side with straight edges and sharp corners."""
-    points = []
-    for a, b in zip(corners, corners[1:] + corners[:1]):
-        points += [a, mean([a, b])]
-    return Body(points, sheet(points).sides, range(0, len(points), 2))
-
-
 def patch(outline):
     """A spot to lie on a surface: a polygon and, unseen, its own back, so that it is closed."""
     n = len(outline)
@@ -359,7 +344,7 @@ def shadow(radius, length, direction):
     """The shadow that a thing throws on the ground y = 0 it stands on: a dark clear patch, to be
     joined to the ground so that it is painted after it. It grows out by `length` from under the
     thing; direction 0 is along x, 90 away from us."""
-    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, 0.3)
+    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, (0.3, 0.3))
     ring = [(x + max(0.0, length * x / radius), y) for x, y in circle(radius * 1.06, 10)]
     spot = patch([(x, 0.0015, -y) for x, y in ring])
     return spot.painted(dark).turned("y", direction)

@@ -108,7 +108,13 @@ def fence(posts, gap):
 def broad_tree(scene, folder, x, z, size):
     trunk = tube([(0, 0, 0), (0.006, 0.05, 0), (-0.002, 0.11, 0)], [0.016, 0.011, 0.013], 6)
     crown = lumpy(quartered(icosahedron()), 0.2, 3).scaled(0.098, 0.094, 0.098)
-    spots = [(0.4, 0.1, 0.8), (-0.55, 0.2, 0.65), (-0.1, -0.45, 0.8), (0.75, -0.3, 0.4), (0.1, 0.65, 0.62)]
+    spots = [
+        (0.4, 0.1, 0.8),
+        (-0.55, 0.2, 0.65),
+        (-0.1, -0.45, 0.8),
+        (0.75, -0.3, 0.4),
+        (0.1, 0.65, 0.62),
+    ]
     apple = octahedron().scaled(0.019).painted(shiny("d8402f"))
     apples = join([apple.moved(*times(spot, 0.097)) for spot in spots])
     for name, body, height in (
@@ -182,13 +188,18 @@ def house():
     blossom = octahedron().scaled(0.017)
     colours = ("f2c230", "e0559a", "f4f0f8", "9a5fd0")
     bed = [
-        blossom.painted(matte(colours[i % 4])).moved(x + side * (0.062 + 0.021 * i), 0.014 + 0.006 * (i % 2), 0.068)
+        blossom.painted(matte(colours[i % 4])).moved(
+            x + side * (0.062 + 0.021 * i), 0.014 + 0.006 * (i % 2), 0.068
+        )
         for side in (-1, 1)
         for i in range(5)
     ]
     scene.add("garden/flowers", join(bed))
 
-    shadows = [shadow(0.06, 0.1, 10).moved(-0.26, 0, 0.1), shadow(0.045, 0.02, 0).moved(0.255, 0, -0.13)]
+    shadows = [
+        shadow(0.06, 0.1, 10).moved(-0.26, 0, 0.1),
+        shadow(0.045, 0.02, 0).moved(0.255, 0, -0.13),
+    ]
     shadows.append(shadow(0.04, 0.01, 0).moved(0.27, 0, 0.07))
     scene.add("garden/ground", join([lawn(0.68, 0.52, 0.045)] + shadows))
     return scene.turned("y", -30).turned("x", 27).moved(0, -0.105, 0)
@@ -223,7 +234,7 @@ def lamp(scene):
     scene.add("lighthouse/lamp/light", octahedron().scaled(0.042).painted(light).moved(0, 0.455, 0))
     rows = [Row(0.06, 0.482, True), *soft_rows((0.036, 0.512), (0, 0.57))]
     scene.add("lighthouse/lamp/roof", lathe(rows, 8, matte("d2372c"), arcs=4))
-    beam = Paint((1, 0.95, 0.55), (1, 0.88, 0.4), 1.0, 0.36)
+    beam = Paint((1, 0.95, 0.55), (1, 0.88, 0.4), 1.0, (0.36, 0.36))
     for name, turn in (("left", 188), ("right", 8)):
         rows = [Row(0.012, 0.05, True), *soft_rows((0.04, 0.17)), Row(0.07, 0.32, True)]
         cone = lathe(rows, 9, beam).turned("z", -90).turned("y", turn).moved(0, 0.455, 0)
@@ -232,7 +243,16 @@ def lamp(scene):
 
 def boat():
     """A hull of two rims and a keel; the sails are sheets that the wind fills."""
-    rim = [(0.095, 0), (0.06, 0.022), (0, 0.033), (-0.06, 0.026), (-0.085, 0), (-0.06, -0.026), (0, -0.033), (0.06, -0.022)]
+    rim = [
+        (0.095, 0),
+        (0.06, 0.022),
+        (0, 0.033),
+        (-0.06, 0.026),
+        (-0.085, 0),
+        (-0.06, -0.026),
+        (0, -0.033),
+        (0.06, -0.022),
+    ]
     keel = [(x * 0.8, z * 0.45) for x, z in rim]
     points = [(x, -0.01, -z) for x, z in keel] + [(x, 0.03 + 1.2 * x * x, -z) for x, z in rim]
     n = len(rim)
@@ -248,10 +268,13 @@ def lighthouse():
         18,
         Paint((0.3, 0.76, 0.92), (0.0, 0.12, 0.4), 0.9),
     )
-    foam = Paint((0.97, 1, 1), (0.8, 0.93, 1), 1, 0.4)
+    foam = Paint((0.97, 1, 1), (0.8, 0.93, 1), 1, (0.4, 0.4))
     rings = []
     for size, height in ((0.235, 0.0012), (0.2, 0.0024)):
-        outline = [(x * (1 + 0.07 * math.sin(5 * i)) - 0.05, height, -0.8 * z - 0.03) for i, (x, z) in enumerate(circle(size, 14))]
+        outline = [
+            (x * (1 + 0.07 * math.sin(5 * i)) - 0.05, height, -0.8 * z - 0.03)
+            for i, (x, z) in enumerate(circle(size, 14))
+        ]
         rings.append(patch(outline).painted(foam))
     scene.add("sea", join([sea] + rings))
 
@@ -259,7 +282,9 @@ def lighthouse():
     scene.add("island/rock", rock.scaled(0.2, 0.085, 0.155).moved(-0.05, 0.0, -0.03))
     grass = lumpy(quartered(icosahedron()), 0.05, 2).painted(matte("79ab52"))
     scene.add("island/grass", grass.scaled(0.15, 0.035, 0.115).moved(-0.05, 0.062, -0.03))
-    for place, (x, z, size) in enumerate([(0.2, -0.13, 0.05), (0.13, 0.12, 0.047), (-0.27, 0.06, 0.05)]):
+    for place, (x, z, size) in enumerate(
+        [(0.2, -0.13, 0.05), (0.13, 0.12, 0.047), (-0.27, 0.06, 0.05)]
+    ):
         stone = lumpy(icosahedron(), 0.2, place).scaled(size, 0.7 * size, 0.9 * size)
         scene.add(f"island/stone-{place + 1}", stone.painted(matte("857a70")).moved(x, 0, z))
 
@@ -274,8 +299,26 @@ def lighthouse():
 
     hull = boat().painted(matte("9a5a34"))
     mast = tube([(0, 0, 0), (0, 0.17, 0)], 0.004, 4).crisp().painted(BARK)
-    main = sheet([(-0.004, 0.05, 0), (-0.006, 0.1, 0.012), (-0.004, 0.165, 0), (-0.04, 0.11, 0.022), (-0.075, 0.055, 0.006), (-0.04, 0.05, 0.02)])
-    jib = sheet([(0.006, 0.145, 0), (0.02, 0.1, 0.016), (0.006, 0.055, 0.006), (0.035, 0.05, 0.018), (0.07, 0.05, 0.0), (0.04, 0.095, 0.008)])
+    main = sheet(
+        [
+            (-0.004, 0.05, 0),
+            (-0.006, 0.1, 0.012),
+            (-0.004, 0.165, 0),
+            (-0.04, 0.11, 0.022),
+            (-0.075, 0.055, 0.006),
+            (-0.04, 0.05, 0.02),
+        ]
+    )
+    jib = sheet(
+        [
+            (0.006, 0.145, 0),
+            (0.02, 0.1, 0.016),
+            (0.006, 0.055, 0.006),
+            (0.035, 0.05, 0.018),
+            (0.07, 0.05, 0.0),
+            (0.04, 0.095, 0.008),
+        ]
+    )
     cream = matte("fbf3df")
     parts = {
         "hull": hull.joined(mast),

@@ -255,5 +255,5 @@ def integer_rows(values):
 
 
 def paint_text(paint):
-    rows = [(*paint.light, paint.alpha), (*paint.shadow, paint.shadowalpha), (paint.acuity,)]
+    rows = [(*paint.light, paint.alphas[0]), (*paint.shadow, paint.alphas[1]), (paint.acuity,)]
     return "".join(" ".join("%f" % value for value in row).replace(".", ",") + "\n" for row in rows)

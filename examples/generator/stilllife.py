@@ -1,7 +1,7 @@
 """The showcase: a still life of turned, smoothed, crisp and clear things on a wooden table."""
 
 from .modelling import BOTH, Row, box, join, lathe, shadow, soft_rows, tube
-from .paint import Paint, glass, matte
+from .paint import Paint, matte
 from .polyhedra import archimedeans, ball, cube
 from .scenefile import Scene
 from .tabletop import GOLD, amphora, bowl, goblet
@@ -43,8 +43,9 @@ def grapes():
     """A bunch that hangs over the rim of a bowl."""
     berry = cube().soft().turned("y", 30).scaled(0.031)
     spots = [
-        (0, 0, 0), (0.036, 0.008, 0.01), (-0.036, 0.006, 0.008), (0.018, -0.026, 0.028), (-0.02, -0.024, 0.026),
-        (0.002, -0.052, 0.04), (0.034, -0.05, 0.034), (0.02, -0.082, 0.046), (-0.002, -0.116, 0.046),
+        (0, 0, 0), (0.036, 0.008, 0.01), (-0.036, 0.006, 0.008),
+        (0.018, -0.026, 0.028), (-0.02, -0.024, 0.026), (0.002, -0.052, 0.04),
+        (0.034, -0.05, 0.034), (0.02, -0.082, 0.046), (-0.002, -0.116, 0.046),
     ]  # fmt: skip
     return join([berry.moved(*spot) for spot in spots]).painted(GRAPE)
 
@@ -64,7 +65,9 @@ def bottle():
         Row(0.069, 0.17, True),
     ]
     return (
-        lathe(outside, 12, Paint((0.9, 1.0, 0.95), (0.05, 0.4, 0.25), 0.3, 0.62, 0.26), arcs=6).painted_by(lambda _: None, visibility=BOTH),
+        lathe(
+            outside, 12, Paint((0.9, 1.0, 0.95), (0.05, 0.4, 0.25), 0.3, (0.62, 0.26)), arcs=6
+        ).painted_by(lambda _: None, visibility=BOTH),
         lathe(wine, 12, Paint((0.75, 0.1, 0.2), (0.22, 0.0, 0.06), 0.5)),
     )
 

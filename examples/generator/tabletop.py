@@ -1,7 +1,5 @@
 """Scenes of turned things on a table: vessels and chess pieces."""
 
-import math
-
 from .modelling import (
     Body,
     Row,
@@ -9,11 +7,12 @@ from .modelling import (
     extruded,
     join,
     lathe,
+    quad_ring,
     shadow,
     soft_rows,
     tube,
 )
-from .paint import Paint, matte, shiny
+from .paint import Paint, matte
 from .polyhedra import ball, octahedron
 from .scenefile import Scene
 
@@ -113,30 +112,30 @@ def knight():
 
 
 def board(cells, cell, light, dark, edge):
-    """A chess board about the origin, its squares on the plane y = 0."""
-    half, rim, thick = cells * cell / 2, 0.03, 0.035
+    """A chess board about the origin, its squares on the plane y = 0, within a rim of `edge`."""
     n = cells + 1
-    points = [(-half + i * cell, 0.0, half - j * cell) for j in range(n) for i in range(n)]
-    faces = [
+    half = cells * cell / 2
+    grid = [(-half + i * cell, 0.0, half - j * cell) for j in range(n) for i in range(n)]
+    squares = [
         (j * n + i, j * n + i + 1, (j + 1) * n + i + 1, (j + 1) * n + i)
         for j in range(cells)
         for i in range(cells)
     ]
-    outer = half + rim
-    top = len(points)
-    for y, size in ((0.0, outer), (-thick, outer)):
-        points += [(-size, y, size), (size, y, size), (size, y, -size), (-size, y, -size)]
-    front = range(cells, -1, -1)
-    borders = [
-        [i for i in front],
-        [j * n + cells for j in range(cells, -1, -1)],
+    # The rim's four trapezes have every point of the grid's border among their corners.
+    border = [
+        list(reversed(range(n))),
+        [j * n + cells for j in reversed(range(n))],
         [cells * n + i for i in range(n)],
         [j * n for j in range(n)],
     ]
-    for k, border in enumerate(borders):
-        faces.append((top + k, top + (k + 1) % 4, *border))
-        faces.append((top + 4 + k, top + 4 + (k + 1) % 4, top + (k + 1) % 4, top + k))
-    faces.append((top + 7, top + 6, top + 5, top + 4))
+    outer, thickness = half + 0.03, 0.035
+    square = [(-outer, outer), (outer, outer), (outer, -outer), (-outer, -outer)]
+    top = len(grid)
+    bottom = top + 4
+    points = grid + [(x, y, z) for y in (0.0, -thickness) for x, z in square]
+    rim = [(top + k, top + (k + 1) % 4, *border[k]) for k in range(4)]
+    walls = quad_ring(bottom, top, 4)
+    faces = squares + rim + walls + [tuple(range(bottom + 3, bottom - 1, -1))]
 
     def choose(number):
         if number >= cells * cells:

@@ -152,6 +152,25 @@ Picture GlWindow::DrawScene() const
     return Draw([] { SceneDraw(&mainview); });
 }
 
+static void DrawRedSheet(float depth)
+{
+    glColor4f(1, 0, 0, 1);
+    glBegin(GL_QUADS);
+    glVertex3f(-2, -2, depth);
+    glVertex3f(2, -2, depth);
+    glVertex3f(2, 2, depth);
+    glVertex3f(-2, 2, depth);
+    glEnd();
+}
+
+Picture GlWindow::DrawAndCover(const std::function<void()>& draw, float depth) const
+{
+    return Draw([&] {
+        draw();
+        DrawRedSheet(depth);
+    });
+}
+
 // From the X server: OpenGL need not know what the window shows.
 Picture GlWindow::ReadWindow() const
 {

@@ -4,6 +4,7 @@
 #include "tests/support/camera.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
+#include "view/navigation.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
@@ -257,6 +258,19 @@ TEST_F(ChangingTheCamera, StartsAgainFromTheViewOfTheMoment)
     PlayFlight();
     EXPECT_TRUE(AreColumns(ToColumns(mainview.freerotation), LastRotation(), 0));
     EXPECT_EQ(mainview.scale, 1);
+}
+
+TEST_F(ChangingTheCamera, PlaysOnOverWhatTheHandDoesMeanwhile)
+{
+    const float dir[3] = {1, 0, 0};
+    ChangeCamera(dir, nullptr, origin, 3);
+    PlayCamera();
+    MouseRotate(0, 0, 0.3F, 0.1F);
+    ChangeScale(true);
+    PlayCamera();
+    EXPECT_TRUE(AreColumns(ToColumns(mainview.rotation), RotationOfFrame(1), 0));
+    EXPECT_TRUE(AreColumns(ToColumns(mainview.freerotation), RotationOfFrame(1), 0));
+    EXPECT_EQ(mainview.scale, camtable[1].scale);
 }
 
 // A flight from a random view that brings random perpendicular directions home.

@@ -1,9 +1,9 @@
-#include "view/cameraflight.h"
 #include "view/frameloop.h"
 
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
+#include "view/cameraflight.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

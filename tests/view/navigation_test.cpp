@@ -152,7 +152,7 @@ TEST_F(MouseRotating, PutsWhatSnapsExactlyOnItsAxis)
     for (int i = 0; i < 5000; i++) {
         MouseRotate(position(random), position(random), position(random), position(random));
         const Columns rotation = ToColumns(mainview.rotation);
-        const auto& first =
+        const auto first =
             ToColumns(mainview.freerotation)[0]; // the column that is looked at first
         const bool near = std::any_of(first.begin(), first.end(),
                                       [](float x) { return std::fabs(x) > 0.99001F; });
@@ -300,14 +300,13 @@ TEST_F(ZoomingAtThePointer, StopsAtTheEndsOfTheRangeOfScales)
         ChangeScale(true);
     }
     EXPECT_EQ(mainview.scale, greatestscale);
-    const float center = mainview.center[0];
-    ChangeScale(true);
-    EXPECT_EQ(mainview.center[0], center); // the view does not creep towards the pointer either
     for (int i = 0; i < 400; i++) {
         ChangeScale(false);
     }
     EXPECT_EQ(mainview.scale, smallestscale);
-    EXPECT_TRUE(std::isfinite(mainview.center[0]));
+    const float center = mainview.center[0];
+    ChangeScale(false);
+    EXPECT_FLOAT_EQ(mainview.center[0], center); // the view does not creep away from the pointer
 }
 
 TEST_F(ZoomingAtTheCenter, ChangesTheScaleAlone)
