@@ -181,6 +181,9 @@ TEST(ParseReal, TakesTheNumberAtTheFrontOfWildText)
     EXPECT_EQ(ParseReal("12abc"), 12.0F);
     EXPECT_EQ(ParseReal("5-3"), 5.0F);
     EXPECT_EQ(ParseReal("3/4"), 3.0F);
+    EXPECT_EQ(ParseReal("0,25x000"), 0.25F); // as long as a colour
+    EXPECT_EQ(ParseReal("-,250000"), -0.25F);
+    EXPECT_EQ(ParseReal("9,999999"), 9.999999F);
     for (const char* text : {"abc", "", "-", "--5", ",", "/5", "e5", "-e"}) {
         EXPECT_EQ(ParseReal(text), 0.0F) << text;
     }
