@@ -17,6 +17,8 @@ namespace korvane::testing
 
 static constexpr int screenwidth = 1280;
 static constexpr int screenheight = 1024;
+static constexpr int treewidth = 260;      // the least that stands to the left of the view
+static constexpr int margin = 20;          // the most to the right of it in a maximised window
 static constexpr useconds_t pause = 50000; // microseconds between two looks
 static constexpr int patience = 400;       // looks: twenty seconds in all
 static constexpr int stillness = 8;        // looks alike after which nothing moves any more
@@ -101,7 +103,7 @@ bool Journey::Start(const std::string& arguments, const std::string& environment
     Launch(arguments, environment);
     return WaitForFront("Vintra") && WaitFor([this] {
                FindView();
-               return view.width > screenwidth / 2 && view.height > screenheight / 2;
+               return view.left > treewidth && view.left + view.width > screenwidth - margin;
            });
 }
 
@@ -145,7 +147,7 @@ void Journey::FindView()
     XGetWindowAttributes(display, view.window, &attributes);
     view.left = x - left;
     view.top = y - top;
-    view.width = view.window == root ? 0 : attributes.width;
+    view.width = attributes.width;
     view.height = attributes.height;
 }
 
