@@ -36,7 +36,7 @@ struct ShapeDraft {
 
 struct DroppedShape {
     std::string path;
-    const char* reason; // a clause that follows "because"
+    const char* reason; // a constant; a clause that follows "because"
 };
 
 struct SceneDraft {
