@@ -112,17 +112,6 @@ static void TakeFromParent(int node)
     }
 }
 
-static void SelectRow(int node)
-{
-    GtkTreeView* view = GTK_TREE_VIEW(treeview);
-    GtkTreePath* path = gtk_tree_model_get_path(GTK_TREE_MODEL(store), &treeiters[node].iter);
-    gtk_tree_view_expand_to_path(view, path);
-    GtkTreeSelection* selection = gtk_tree_view_get_selection(view);
-    gtk_tree_selection_unselect_all(selection);
-    gtk_tree_selection_select_path(selection, path);
-    gtk_tree_path_free(path);
-}
-
 // The dragged row is gone. Its copy stands where it was dropped, with copies of what was below it:
 // they give way to rows at the sorted place.
 void TreeDeleted(GtkTreeModel*, GtkTreePath*)
@@ -144,6 +133,7 @@ void TreeDeleted(GtkTreeModel*, GtkTreePath*)
     SetAllIter(0, first);
     gtk_tree_path_free(first);
     EndRowRemoval();
+    gtk_tree_selection_unselect_all(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)));
     SelectRow(node);
 }
 
@@ -212,7 +202,9 @@ void SetAllIter(int node, GtkTreePath* path)
         return;
     }
     for (int n = 1; n < treeiternumber; n++) {
-        gtk_tree_store_set(store, &treeiters[n].iter, COLUMN_NODE, n, -1);
+        if (treeiters[n].iter.stamp != 0) { // the store clears the stamp when there is no row
+            gtk_tree_store_set(store, &treeiters[n].iter, COLUMN_NODE, n, -1);
+        }
     }
 }
 

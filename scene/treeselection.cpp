@@ -139,6 +139,19 @@ void SetSelected(int node)
     }
 }
 
+void SelectRow(int node)
+{
+    GtkTreeView* view = GTK_TREE_VIEW(treeview);
+    TreeIter& selectednode = treeiters[node];
+    if (selectednode.parent != 0) {
+        GtkTreePath* folder =
+            gtk_tree_model_get_path(GTK_TREE_MODEL(store), &treeiters[selectednode.parent].iter);
+        gtk_tree_view_expand_to_path(view, folder);
+        gtk_tree_path_free(folder);
+    }
+    gtk_tree_selection_select_iter(gtk_tree_view_get_selection(view), &selectednode.iter);
+}
+
 static int FindNodeOfShape(int shapeindex)
 {
     for (int n = 1; n < treeiternumber; n++) {
@@ -160,8 +173,7 @@ void SetSelection(int shapeindex)
             return;
         }
     }
-    GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
-    gtk_tree_selection_select_iter(selection, &treeiters[node].iter);
+    SelectRow(node);
 }
 
 int GetTreePutPlace()

@@ -22,6 +22,10 @@ void EndRowRemoval();
 // Marks every shape at or below a node as selected and shown.
 void SetSelected(int node);
 
+// Adds a node's row to the selection, once the folders above it are open: the tree view cannot
+// select a row that it does not show.
+void SelectRow(int node);
+
 // Adds a shape's row to the selection, unless it or a folder above it is there already.
 void SetSelection(int shapeindex);
 

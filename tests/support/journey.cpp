@@ -85,6 +85,16 @@ void Journey::MoveTo(int x, int y)
     Tell("mousemove " + std::to_string(x) + " " + std::to_string(y));
 }
 
+void Journey::Press(int button)
+{
+    Tell("mousedown " + std::to_string(button));
+}
+
+void Journey::Release(int button)
+{
+    Tell("mouseup " + std::to_string(button));
+}
+
 void Journey::Click(int x, int y, int button)
 {
     MoveTo(x, y);

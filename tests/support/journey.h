@@ -50,6 +50,8 @@ public:
     void Type(const std::string& text);
     void Key(const std::string& keys); // as xdotool names them, for instance "alt+s"
     void MoveTo(int x, int y);
+    void Press(int button);
+    void Release(int button);
 
     bool WaitForWindow(const std::string& title);
     bool WaitForNoWindow(const std::string& title);
