@@ -39,7 +39,7 @@ struct SharpPoint {
 // are chained at one of their two points, the one whose chain is shorter when the ring begins: so
 // no chain is long, however many edges meet in a point.
 struct NormalWalk {
-    Shape* shape;
+    Shape* shape;    // borrowed
     bool edgesknown; // the shape's edges are right already and stay
     int edgeroom;
     std::vector<PointWork> points;
@@ -58,9 +58,9 @@ static int& NextInChain(Edge& edge)
 
 // Where a ring stands.
 struct RingPlace {
-    PointWork* point;
-    int before; // the last edge of the ring before it in the point's chain, noone at the head
-    int last;   // its last edge, noone where there is no such ring
+    PointWork* point; // borrowed; the point whose chain holds the ring
+    int before;       // the last edge of the ring before it in the point's chain, noone at the head
+    int last;         // its last edge, noone where there is no such ring
 };
 
 static int& GetLink(Shape* shape, const RingPlace& place)

@@ -145,7 +145,7 @@ struct FlatLine {
 
 // The triangle of a corner and its neighbours, to be searched for other corners.
 struct EarTriangle {
-    const float* previous;
+    const float* previous; // borrowed, as the next two; the corners' coordinates
     const float* own;
     const float* next;
     FlatBox box;

@@ -104,7 +104,7 @@ static constexpr std::array<StepPlaces, 8> stepplaces = {
     GetStepPlaces(4), GetStepPlaces(5), GetStepPlaces(6), GetStepPlaces(7)};
 
 struct RoundEdges {
-    Edge* edges;                            // room for every edge
+    Edge* edges;                            // owned, until the shape takes them; room for all
     int number;                             // how many are there
     std::vector<std::array<int, 3>> thirds; // per edge of the shape the edges that are its thirds
 };

@@ -26,7 +26,7 @@ constexpr int noend = -1;
 
 struct Subdivision {
     const Shape* shape;                   // borrowed; what is cut
-    Shape* round;                         // what comes of it; the caller of RoundShape owns it
+    Shape* round;                         // borrowed; what comes of it, which is its maker's
     int firstface;                        // index of the first face point
     int firstedge;                        // index of the first edge point
     std::vector<std::array<int, 3>> ends; // per triangle and corner the end, there, of the edge to

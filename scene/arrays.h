@@ -35,9 +35,9 @@ template <class T> using Block = std::unique_ptr<T, FreeDeleter>;
     std::exit(1);
 }
 
-// Lets the heap keep what is freed, up to a bound, instead of handing it back to the system. Every step
-// of a drag frees the derived versions of its shape and makes them again: with fresh pages that takes
-// twice as long. Call it once, before anything large is allocated.
+// Lets the heap keep what is freed, up to a bound, instead of handing it back to the system. Every
+// step of a drag frees the derived versions of its shape and makes them again: with fresh pages
+// that takes twice as long. Call it once, before anything large is allocated.
 inline void KeepFreedMemory()
 {
     constexpr int largestblock = 32 << 20; // larger ones the heap cannot keep

@@ -30,7 +30,7 @@ struct FileSource {
 
 struct MemorySource {
     const char* next; // borrowed; the bytes that are left
-    const char* end;
+    const char* end;  // borrowed; where they end
 
     int Next()
     {

@@ -34,12 +34,12 @@ enum ButtonKind {
 
 struct ButtonRow {
     ButtonKind kind;
-    const char* icon = nullptr;
-    const char* tooltip = nullptr;
+    const char* icon = nullptr;    // a constant, for MakeIconImage
+    const char* tooltip = nullptr; // a constant
     GCallback handler =
         nullptr;  // of "clicked" for a plain button, else of "toggled"; null: no command yet
     int data = 0; // handed to the handler
-    GtkWidget** global = nullptr; // where other modules find the button
+    GtkWidget** global = nullptr; // borrowed; where other modules find the button
 };
 
 static const ButtonRow filebuttons[] = {

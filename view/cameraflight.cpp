@@ -217,7 +217,7 @@ void CubeRotate()
 
 // The drawn copy of the side whose record is given, as its shape and its index there.
 struct DrawnSide {
-    const Shape* copy;
+    const Shape* copy; // borrowed
     int side;
 };
 

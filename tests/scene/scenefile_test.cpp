@@ -146,6 +146,22 @@ TEST_F(SceneFile, ProjectsWhatItOpensAndAsksForARedraw)
     }
 }
 
+// Every shape of this scene is a unit large, so it is drawn rounded and each of its elements can be
+// picked at once, before any frame is drawn.
+TEST_F(SceneFile, CanBePickedAsSoonAsItIsOpen)
+{
+    OpenText(SmallScene());
+    for (int i = 0; i < shapenumber; i++) {
+        EXPECT_EQ(showtable[i], SHOW_ROUNDED) << i;
+    }
+    for (int k = 0; k < activesidenumber; k++) {
+        EXPECT_EQ(activesides[k].active, 1) << k;
+    }
+    for (int k = 0; k < activepointnumber; k++) {
+        EXPECT_EQ(activepoints[k].active, 1) << k;
+    }
+}
+
 TEST_F(SceneFile, LeavesTheSceneAloneWhenTheFileIsNone)
 {
     BuildScene();
