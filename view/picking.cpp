@@ -26,8 +26,8 @@ int activesidenumber = 0;
 ActiveElement activebgcube[6] = {};
 ActiveElement* activepointer = nullptr;
 float cubepoints[24][3] = {};
-float mouse[3] = {};
-float gmouse[3] = {};
+float mouse[3] = {10, 10, 0}; // outside the view until the pointer has come in
+float gmouse[3] = {10, 10, 0};
 
 // A point or stripe nearer to the viewer than this lies behind the eye of the full perspective.
 static constexpr float eyedepth = 1.5F;
