@@ -14,14 +14,14 @@ namespace korvane
 // Why this gives what SetNormalsOfShape finds by searching. It walks the triangles, gives a
 // directed edge to the earliest edge between the same points that runs against it and is single,
 // and else makes a new edge. Of the 27 directed edges of nine triangles
-// - 18 lie inside. Their point pairs hold the face point, or edge points of two different edges.
-// Each
-//   comes twice within the nine, once in either direction, so that every such edge is complete when
-//   the next nine begin.
-// - 9 are thirds of the three outer edges. Their point pairs hold an edge point of that edge alone.
-// The
-//   triangle that walks the edge from its points[0] makes them; the other one, which must come
-//   later, completes them, last third first.
+//
+// - 18 lie inside. Their point pairs hold the face point, or edge points of two different
+//   edges. Each comes twice within the nine, once in either direction, so that every such
+//   edge is complete when the next nine begin.
+// - 9 are thirds of the three outer edges. Their point pairs hold an edge point of that edge
+//   alone. The triangle that walks the edge from its points[0] makes them; the other one,
+//   which must come later, completes them, last third first.
+//
 // So it is known beforehand which steps of the walk make an edge: the first of every two inside,
 // and the thirds of those outer edges that the triangle walks from their points[0].
 
@@ -182,8 +182,8 @@ static bool WalkSides(RoundEdges& round, const Subdivision& work)
 
 bool SetRoundEdges(Subdivision& work)
 {
-    const int number =
-        work.round->edgenumber; // as planned: three of every edge, nine in every triangle
+    // As planned: three of every edge, nine in every triangle.
+    const int number = work.round->edgenumber;
     RoundEdges round;
     round.edges = NewUnfilledArray<Edge>(number);
     round.number = 0;

@@ -151,8 +151,8 @@ static int FindEnd(const Shape* shape, const EndLists& lists, int p, int q)
 
 // The edges along which creases of the result run.
 struct CreaseLines {
-    std::vector<unsigned char>
-        marked;   // per edge: 1 when a stripe runs along it between flagged points
+    // Per edge: 1 when a stripe runs along it between flagged points.
+    std::vector<unsigned char> marked;
     int segments; // how often: an edge counts once for every stripe along it
 };
 

@@ -6,6 +6,7 @@
 #include "view/mainview.h"
 #include "view/picking.h"
 #include "view/rotation.h"
+#include "view/shownshapes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -229,7 +230,7 @@ static DrawnSide FindDrawnSide(const ActiveElement* record)
         side -= shapes[i]->sidenumber;
         i++;
     }
-    return {showtable[i] == SHOW_PLAIN ? shapest[i] : round1t[i], side};
+    return {GetDrawnCopy(i), side};
 }
 
 // The triangle of a side that is nearest to the viewer under the pointer, -1 when there is none;

@@ -111,12 +111,6 @@ static bool StepSelected()
     return changed;
 }
 
-static void ProjectAgain()
-{
-    TransferAllShape();
-    ChangeActives();
-}
-
 void PlayCamera()
 {
     if (camposition == cameraframes) {
@@ -128,7 +122,7 @@ void PlayCamera()
     std::copy_n(frame.center, std::size(frame.center), mainview.center);
     mainview.scale = frame.scale;
     camposition++;
-    ProjectAgain();
+    RefreshView();
     rdstate |= redrawwanted;
 }
 
@@ -147,10 +141,10 @@ int TimeLoop(void* area)
     changed |= StepShapeDisplay();
     bool projectionchanged = StepToggle(mainview.perspective);
     changed |= StepAllHovers();
-    projectionchanged |=
-        StepSelected(); // a shape is left out of the projection while its byte is 0
+    // A shape is left out of the projection while its byte is 0.
+    projectionchanged |= StepSelected();
     if (projectionchanged) {
-        ProjectAgain();
+        RefreshView();
     }
     if (changed || projectionchanged) {
         rdstate |= redrawwanted;

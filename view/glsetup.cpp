@@ -3,7 +3,6 @@
 #include "ui/dialogs.h"
 #include "view/basestate.h"
 #include "view/mainview.h"
-#include "view/picking.h"
 #include "view/textures.h"
 
 #include <GL/glew.h>
@@ -141,8 +140,7 @@ int ConfigGl(GtkWidget* widget, GdkEventConfigure* /*event*/)
         SetViewProjection();
         gdk_gl_drawable_gl_end(drawable);
     }
-    TransferAllShape(); // what is culled and what can be picked depend on the view's shape
-    ChangeActives();
+    RefreshView(); // what is culled and what can be picked depend on the view's shape
     gdk_window_set_cursor(gtk_widget_get_window(widget), GetCrosshair());
     return TRUE;
 }

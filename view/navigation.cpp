@@ -22,12 +22,6 @@ static constexpr double gradientrate = 60; // steps of the grid in the shorter s
 static constexpr float axisdirections[6][3] = {{1, 0, 0},  {0, 1, 0},  {0, 0, 1},
                                                {-1, 0, 0}, {0, -1, 0}, {0, 0, -1}};
 
-static void RefreshView()
-{
-    TransferAllShape();
-    ChangeActives();
-}
-
 // Where a position touches the ball: a sphere whose outline is as wide as the view. A position
 // beside the ball touches the nearest point of that outline.
 static void GetBallPoint(double x, double y, float point[3])

@@ -20,7 +20,7 @@ static void DrawShape(const MainView* view, const ShownShape& shown, double mark
     const int8_t sides = view->sidesfade;
     const int8_t lines = view->linesfade;
     const unsigned char state = selected[shown.index];
-    const Shape* copy = GetDrawnCopy(shown);
+    const Shape* copy = GetDrawnCopy(shown.index);
     const Shape* plain = shapest[shown.index];
     if (lines > 0 && lines > sides) {
         LineDraw(shown, markersize, GetCosRate(int8_t(lines - sides)), plain);

@@ -16,6 +16,7 @@
 namespace korvane
 {
 
+using testing::CubeOfHalfEdge;
 using testing::MakeFlatShape;
 using testing::MakeRawShape;
 using testing::MakeShape;
@@ -97,21 +98,6 @@ static OwnedShape BigTetrahedron()
 {
     return MakeShape({{81, 81, 81}, {-81, -81, 81}, {-81, 81, -81}, {81, -81, -81}},
                      {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}});
-}
-
-// The sides are cut along the diagonals 1-3, 5-7, 1-4, 7-2, 4-3 and 2-5.
-static OwnedShape CubeOfHalfEdge(float h)
-{
-    return MakeShape(
-        {{-h, -h, -h},
-         {h, -h, -h},
-         {h, h, -h},
-         {-h, h, -h},
-         {-h, -h, h},
-         {h, -h, h},
-         {h, h, h},
-         {-h, h, h}},
-        {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4}, {3, 7, 6, 2}, {0, 4, 7, 3}, {1, 2, 6, 5}});
 }
 
 static OwnedShape Octahedron()

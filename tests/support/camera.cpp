@@ -1,6 +1,5 @@
 #include "tests/support/camera.h"
 
-#include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -50,6 +49,28 @@ void SetRotation(const Columns& columns)
         std::copy_n(columns[i].data(), 3, mainview.rotation + 3 * i);
     }
     std::copy_n(mainview.rotation, 9, mainview.freerotation);
+}
+
+const CameraFrame& LastFrame()
+{
+    return camtable[cameraframes - 1];
+}
+
+Columns RotationOfFrame(int frame)
+{
+    return ToColumns(camtable[frame].rotation);
+}
+
+Columns LastRotation()
+{
+    return RotationOfFrame(cameraframes - 1);
+}
+
+void PlayFlight()
+{
+    while (camposition != cameraframes) {
+        PlayCamera();
+    }
 }
 
 Columns MakeTurn(const Vector& axis, double angle)

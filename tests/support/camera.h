@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/shapes.h"
+#include "view/cameraflight.h"
 
 #include <gtest/gtest.h>
 
@@ -14,16 +15,32 @@ namespace korvane::testing
 using Columns = std::array<std::array<float, 3>, 3>;
 using Vector = std::array<double, 3>;
 
+constexpr Columns identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 constexpr double degree = 3.14159265358979323846 / 180;
 
 // An empty scene in a square area, the camera as the program starts with it, the pointer in the
 // middle over nothing, and no flight.
 void StartView();
 
+// The fixture of tests that begin there.
+class StartViewTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        StartView();
+    }
+};
+
 int AddToView(OwnedShape shape); // adds it to the scene, projected and pickable; returns its index
 
 Columns ToColumns(const float rotation[9]);
 void SetRotation(const Columns& columns); // both of the camera's rotations
+
+const CameraFrame& LastFrame(); // of the flight that has been prepared
+Columns RotationOfFrame(int frame);
+Columns LastRotation();
+void PlayFlight(); // to its end
 
 // The rotation about a vector (of any length) by an angle, counter-clockwise seen from its tip.
 Columns MakeTurn(const Vector& axis, double angle);

@@ -17,22 +17,11 @@ namespace korvane
 
 using namespace korvane::testing;
 
-static const Columns identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-
-class Navigation : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        StartView();
-    }
-};
-
-using MouseRotating = Navigation;
-using ZoomingAtThePointer = Navigation;
-using ZoomingAtTheCenter = Navigation;
-using Panning = Navigation;
-using SettingTheGradientMouse = Navigation;
+using MouseRotating = StartViewTest;
+using ZoomingAtThePointer = StartViewTest;
+using ZoomingAtTheCenter = StartViewTest;
+using Panning = StartViewTest;
+using SettingTheGradientMouse = StartViewTest;
 
 // Drags from the middle of the view so that the ball turns by an angle towards the right or
 // upwards: the pointer at x touches the ball where the sine of its angle from the middle is 2x.

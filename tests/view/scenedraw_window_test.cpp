@@ -1,5 +1,6 @@
 #include "view/scenedraw.h"
 
+#include "geometry/creation.h"
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
@@ -437,6 +438,18 @@ TEST_F(SceneDrawing, DrawsLinesUnderFadingSides)
     // Lines under the sides with weight GetCosRate(10) = 0.75, and in front of them in depth: black
     // on the background. The shape is not marked, so nothing comes over the sides.
     EXPECT_LT(DrawPlain().AtView(-0.2475, 0.1).red, 70);
+}
+
+TEST_F(SceneDrawing, DrawsTheConstructionWhereNoShapeIsVisible)
+{
+    const int shape = Add(SquareAt(0, 0, 0));
+    mainview.center[0] = 5; // the square lies beside the view
+    ProjectScene();
+    ASSERT_EQ(showtable[shape], SHOW_NOTHING);
+    newsign = 1;
+    gmouse[0] = 0.1025F;
+    gmouse[1] = 0.0525F;
+    EXPECT_EQ(window.DrawScene().AtView(0.1025, 0.0525), MakePixel(1, 1, 0.4));
 }
 
 TEST_F(SceneDrawing, IsUnchangedByASecondFrame)
