@@ -78,10 +78,11 @@ TEST(DraggingARow, PutsAShapeIntoAFolderOfTheSavedScene)
     const Rows rows = FindRows(journey); // box, one, two
     Drag(journey, 50, rows.GetMiddle(2), rows.GetMiddle(0));
     journey.Key("ctrl+s");
-    ASSERT_TRUE(journey.WaitForWindow("Save scene"));
+    ASSERT_TRUE(journey.WaitForFront("Save scene"));
+    journey.Key("ctrl+a");
     journey.Type(saved);
     journey.Key("alt+s");
-    ASSERT_TRUE(journey.WaitForNoWindow("Save scene"));
+    ASSERT_TRUE(journey.WaitForFront("Vintra"));
     EXPECT_TRUE(WaitFor([&] {
         return ReadWholeFile(saved).find("Name:\n/box/two\n") != std::string::npos;
     })) << ReadWholeFile(saved);
