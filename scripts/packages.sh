@@ -2,4 +2,4 @@
 build_packages=(g++ cmake ninja-build pkg-config libgtk2.0-dev libgtkglext1-dev libglew-dev libgl1-mesa-dev)
 run_packages=(libgl1-mesa-dri adwaita-icon-theme)
 test_packages=(libgtest-dev libgmock-dev libx11-dev xvfb openbox xdotool libgl1-mesa-dri adwaita-icon-theme
-    locales)
+    locales assimp-utils)

@@ -51,10 +51,13 @@ static bool SaveAs(Journey& journey, const std::string& path)
 // A locale with a decimal comma, made for this journey alone.
 static std::string MakeGermanLocale(const Journey& journey)
 {
-    const std::string command =
-        "localedef -i de_DE -f UTF-8 " + journey.GetFolder() + "/de_DE.UTF-8 >/dev/null 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0) << "needs the Debian package locales";
-    return "LOCPATH=" + journey.GetFolder() + " LC_ALL=de_DE.UTF-8";
+    const std::string environment = "LOCPATH=" + journey.GetFolder() + " LC_ALL=de_DE.UTF-8";
+    const std::string commands = "localedef -i de_DE -f UTF-8 " + journey.GetFolder() +
+                                 "/de_DE.UTF-8 >/dev/null 2>&1; test \"$(" + environment +
+                                 " locale decimal_point)\" = ,";
+    EXPECT_EQ(std::system(commands.c_str()), 0)
+        << "no locale with a decimal comma: localedef needs the Debian package locales";
+    return environment;
 }
 
 TEST(Files, AreSavedAndLoadedBackAsTheSamePicture)
@@ -130,7 +133,8 @@ TEST(Files, AreOfferedFromTheExamplesFirst)
     ASSERT_TRUE(journey.Start(""));
     journey.Key("ctrl+o");
     ASSERT_TRUE(journey.WaitForFront("Open scene"));
-    journey.Type("platonic.mrt"); // beside the files that are shown
+    journey.Key("ctrl+l"); // a name beside the files that are shown
+    journey.Type("platonic.mrt");
     journey.Key("alt+o");
     ASSERT_TRUE(journey.WaitForFront("Vintra"));
     EXPECT_TRUE(WaitFor([&] { return ShowsBodies(journey.Look()); }));

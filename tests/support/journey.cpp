@@ -116,7 +116,10 @@ void Journey::Stop()
 
 bool Journey::IsRunning()
 {
-    return program > 0 && waitpid(program, nullptr, WNOHANG) == 0;
+    if (program > 0 && waitpid(program, nullptr, WNOHANG) != 0) {
+        program = -1;
+    }
+    return program > 0;
 }
 
 int Journey::WaitForEnd()

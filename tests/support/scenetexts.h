@@ -54,4 +54,31 @@ inline std::string SmallScene()
            TriangleBlock("/top");
 }
 
+// A yellow box that fills x from 0.1 to 0.3, y from 0.1 to 0.2 and z from -0.15 to 0.05; every
+// corner is marked, so that it stays a box when it is rounded.
+inline std::string BoxScene()
+{
+    std::string text = SceneHead(1) +
+                       "Name:\n/box\nPointNumber: 8\nPoints:\n"
+                       "0,1\t0,1\t-0,15\n0,3\t0,1\t-0,15\n0,3\t0,2\t-0,15\n0,1\t0,2\t-0,15\n"
+                       "0,1\t0,1\t0,05\n0,3\t0,1\t0,05\n0,3\t0,2\t0,05\n0,1\t0,2\t0,05\n"
+                       "VertexNumber: 8\nVertexes:\n0 1 2 3 4 5 6 7\n";
+    const char* triangles[] = {"0 3 2", "0 2 1", "4 5 6", "4 6 7", "0 1 5", "0 5 4",
+                               "3 7 6", "3 6 2", "0 4 7", "0 7 3", "1 2 6", "1 6 5"};
+    const char* sides[] = {"0 3 2 1", "4 5 6 7", "0 1 5 4", "3 7 6 2", "0 4 7 3", "1 2 6 5"};
+    text += "TriangleNumber: 12\nTriangles:\n";
+    for (const char* triangle : triangles) {
+        text += std::string(triangle) + "\n";
+    }
+    text += "SideNumber: 6\nSides:\n";
+    for (int i = 0; i < 6; i++) {
+        text += std::string("PointNumber: 4\nPoints:\n") + sides[i] +
+                "\nTriangleNumber: 2\nTriangles:\n" + std::to_string(2 * i) + " " +
+                std::to_string(2 * i + 1) +
+                "\nVisibility: front\nColors:\n0,9 0,9 0 1\n0,7 0,7 0 1\n0,1\n"
+                "0,9 0,9 0 1\n0,7 0,7 0 1\n0,1\n";
+    }
+    return text;
+}
+
 } // namespace korvane::testing
