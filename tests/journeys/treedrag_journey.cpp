@@ -6,15 +6,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <unistd.h>
 
 using namespace korvane::testing;
 
-static constexpr int column = 200; // inside the tree, right of the names
+// A column of pixels inside the tree, which stands left of the view and begins near its top. It is
+// right of the names.
+static constexpr int column = -120;
+static constexpr int columntop = -10;
+static constexpr int columnheight = 300;
+static constexpr int treeground = 200; // white pixels in a row that only the tree has
 
 static bool IsWhite(const Color& color)
 {
-    return color.red == 255 && color.green == 255 && color.blue == 255;
+    return color == Color{255, 255, 255};
 }
 
 struct Rows {
@@ -27,41 +33,39 @@ struct Rows {
     }
 };
 
-// The tree's first row, found by selecting it: a bar on the white ground of the tree, which begins
-// where a long run of white begins.
+static Picture LookAtColumn(const Journey& journey)
+{
+    return journey.LookAt(column, columntop, 1, columnheight);
+}
+
+// The place of the first row, found by selecting it: a bar at the top of the tree's white ground.
 static Rows FindRows(Journey& journey)
 {
-    constexpr int longrun = 200;
     Rows rows;
-    const bool found = WaitFor([&] {
-        const Picture picture = journey.Look();
-        rows.top = 0;
-        while (rows.top + longrun < picture.height &&
-               picture.Count(column, rows.top, column + 1, rows.top + longrun, IsWhite) < longrun) {
-            rows.top++;
-        }
-        return rows.top + longrun < picture.height;
-    });
-    EXPECT_TRUE(found) << "no tree";
+    EXPECT_TRUE(WaitFor([&] {
+        const std::vector<Color> pixels = LookAtColumn(journey).pixels;
+        const std::vector<Color> ground(treeground, Color{255, 255, 255});
+        const auto place = std::search(pixels.begin(), pixels.end(), ground.begin(), ground.end());
+        rows.top = columntop + int(place - pixels.begin());
+        return place != pixels.end();
+    })) << "no tree";
     journey.Click(column, rows.top + 5);
     EXPECT_TRUE(WaitFor([&] {
-        const Picture picture = journey.Look();
-        rows.height = 0;
-        while (rows.height < longrun && !IsWhite(picture.At(column, rows.top + rows.height))) {
-            rows.height++;
-        }
+        const std::vector<Color> pixels = LookAtColumn(journey).pixels;
+        const auto first = pixels.begin() + (rows.top - columntop);
+        rows.height = int(std::find_if(first, pixels.end(), IsWhite) - first);
         return rows.height > 0;
     })) << "no row is selected";
     return rows;
 }
 
-static void Drag(Journey& journey, int x, int from, int to)
+static void DragRow(Journey& journey, int from, int to)
 {
     constexpr int steps = 10;
-    journey.MoveTo(x, from);
+    journey.MoveTo(column, from);
     journey.Press(1);
     for (int i = 1; i <= steps; i++) {
-        journey.MoveTo(x, from + (to - from) * i / steps);
+        journey.MoveTo(column, from + (to - from) * i / steps);
         usleep(50000); // the program answers each step before the next
     }
     journey.Release(1);
@@ -76,7 +80,7 @@ TEST(DraggingARow, PutsAShapeIntoAFolderOfTheSavedScene)
     ASSERT_TRUE(journey.Start(opened));
 
     const Rows rows = FindRows(journey); // box, one, two
-    Drag(journey, 50, rows.GetMiddle(2), rows.GetMiddle(0));
+    DragRow(journey, rows.GetMiddle(2), rows.GetMiddle(0));
     journey.Key("ctrl+s");
     ASSERT_TRUE(journey.WaitForFront("Save scene"));
     journey.Key("ctrl+a");

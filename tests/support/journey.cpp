@@ -248,14 +248,19 @@ bool Journey::HasMenu() const
 
 Picture Journey::Look() const
 {
+    return LookAt(0, 0, view.width, view.height);
+}
+
+Picture Journey::LookAt(int left, int top, int pixelwidth, int pixelheight) const
+{
     Picture picture;
-    picture.width = view.width;
-    picture.height = view.height;
-    XImage* image = XGetImage(display, DefaultRootWindow(display), view.left, view.top,
-                              unsigned(view.width), unsigned(view.height), AllPlanes, ZPixmap);
-    picture.pixels.reserve(std::size_t(view.width) * std::size_t(view.height));
-    for (int y = 0; y < view.height; y++) {
-        for (int x = 0; x < view.width; x++) {
+    picture.width = pixelwidth;
+    picture.height = pixelheight;
+    XImage* image = XGetImage(display, DefaultRootWindow(display), view.left + left, view.top + top,
+                              unsigned(pixelwidth), unsigned(pixelheight), AllPlanes, ZPixmap);
+    picture.pixels.reserve(std::size_t(pixelwidth) * std::size_t(pixelheight));
+    for (int y = 0; y < pixelheight; y++) {
+        for (int x = 0; x < pixelwidth; x++) {
             const unsigned long pixel = XGetPixel(image, x, y);
             picture.pixels.push_back(
                 {int(pixel >> 16 & 255), int(pixel >> 8 & 255), int(pixel & 255)});

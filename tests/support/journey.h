@@ -66,6 +66,7 @@ public:
     bool HasMenu() const; // a window without a frame
 
     Picture Look() const;
+    Picture LookAt(int left, int top, int pixelwidth, int pixelheight) const; // of the screen
     Picture LookWhenStill(); // once nothing moves any more
 
     // A new folder of this journey's own, removed at its end.
