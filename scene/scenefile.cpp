@@ -50,7 +50,7 @@ static void InstallScene(SceneDraft& draft)
     }
     SortAndShowTree();
     SetActives();
-    TransferAllShape();
+    RefreshView(); // only what has been projected can be picked
 }
 
 // Tells which shapes of a file could not be kept: each on standard output, their number below the

@@ -146,6 +146,14 @@ TEST_F(SceneFile, ProjectsWhatItOpensAndAsksForARedraw)
     }
 }
 
+TEST_F(SceneFile, CanBePickedAsSoonAsItIsOpen)
+{
+    OpenText(SceneHead(1) + TriangleBlock("/triangle"));
+    ASSERT_EQ(showtable[0], SHOW_ROUNDED);
+    EXPECT_EQ(activepoints[0].active, 1);
+    EXPECT_EQ(activesides[0].active, 1);
+}
+
 TEST_F(SceneFile, LeavesTheSceneAloneWhenTheFileIsNone)
 {
     BuildScene();
