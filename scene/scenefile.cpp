@@ -50,8 +50,7 @@ static void InstallScene(SceneDraft& draft)
     }
     SortAndShowTree();
     SetActives();
-    TransferAllShape();
-    ChangeActives(); // only now it is known which shapes are shown large enough to be picked
+    RefreshView(); // only what has been projected can be picked
 }
 
 // Tells which shapes of a file could not be kept: each on standard output, their number below the
