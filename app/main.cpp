@@ -2,6 +2,7 @@
 // line.
 
 #include "app/trackedmemory.h"
+#include "scene/arrays.h"
 #include "scene/scenefile.h"
 #include "ui/mainwindow.h"
 
@@ -35,6 +36,7 @@ static void CheckFile(const char* name)
 
 int main(int argc, char** argv)
 {
+    korvane::KeepFreedMemory();
     korvane::SetUpTrackedMemory();
     gtk_init(&argc, &argv);
     gtk_gl_init(&argc, &argv);

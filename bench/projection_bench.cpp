@@ -1,20 +1,18 @@
-// The projection: points on their way to the screen beside four plain passes over the same array,
-// and a whole scene of tori with its rounded copies.
+// The projection, which every camera move runs over the whole scene: points on their way to the
+// screen beside four plain passes over the same array, and whole scenes with their rounded copies
+// and normals.
 #include "bench/meshes.h"
-
-#include "geometry/rounding.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/stripes.h"
-#include "scene/model.h"
 #include "view/mainview.h"
-#include "view/picking.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
-namespace korvane
+namespace korvane::bench
 {
 
 struct Point {
@@ -26,92 +24,133 @@ static std::vector<Point> MakeCloud(std::size_t number)
     std::vector<Point> cloud(number);
     for (std::size_t i = 0; i < number; i++) {
         const double a = 0.7 * double(i);
-        cloud[i] = {float(std::sin(a)), float(std::cos(1.3 * a)), float(0.4 * std::sin(2.1 * a))};
+        cloud[i] = {{float(std::sin(a)), float(std::cos(1.3 * a)), float(0.4 * std::sin(2.1 * a))}};
     }
     return cloud;
 }
 
-// A turned, moved, zoomed view in full perspective, in which every point keeps its range.
-static MainView MakeTurnedView()
+// Turned, moved, zoomed, in full perspective.
+static void TurnView(MainView& view)
 {
-    MainView view = mainview;
-    const float to[3] = {0.6F, 0.0F, 0.8F};
-    const float from[3] = {0.0F, 0.0F, 1.0F};
+    const float from[3] = {0, 0, 1};
+    const float to[3] = {0.36F, 0.48F, 0.8F};
     VectorRotateExact(reinterpret_cast<float(*)[3]>(view.rotation), from, to);
     view.center[0] = 0.1F;
     view.center[1] = -0.2F;
     view.scale = 0.7F;
     view.perspective = fadedone;
-    return view;
 }
 
-static void ProjectInFourPasses(const MainView& view, float (*points)[3], int32_t n)
+static void MovePoints(const MainView& view, float (*points)[3], int32_t n)
 {
     for (int32_t i = 0; i < n; i++) {
         for (int k = 0; k < 3; k++) {
-            points[i][k] -= view.center[k];
+            points[i][k] = float(double(points[i][k]) - double(view.center[k]));
         }
     }
+}
+
+static void ScalePoints(const MainView& view, float (*points)[3], int32_t n)
+{
     for (int32_t i = 0; i < n; i++) {
         for (int k = 0; k < 3; k++) {
-            points[i][k] *= view.scale;
-        }
-    }
-    const float* r = view.rotation;
-    for (int32_t i = 0; i < n; i++) {
-        const float x = points[i][0], y = points[i][1], z = points[i][2];
-        points[i][0] = x * r[0] + y * r[3] + z * r[6];
-        points[i][1] = x * r[1] + y * r[4] + z * r[7];
-        points[i][2] = x * r[2] + y * r[5] + z * r[8];
-    }
-    const float d = 1.5F / GetCosRate(view.perspective);
-    for (int32_t i = 0; i < n; i++) {
-        const float z = points[i][2];
-        if (z > -(d - 0.01F) && z < d - 0.01F) {
-            points[i][0] *= d / (d - z);
-            points[i][1] *= d / (d - z);
+            points[i][k] = float(double(points[i][k]) * double(view.scale));
         }
     }
 }
 
-static void CountPoints(benchmark::State& state)
+static void TurnPoints(const MainView& view, float (*points)[3], int32_t n)
 {
-    state.counters["ns/point"] = benchmark::Counter(double(state.range(0)) * 1e-9,
-                                                    benchmark::Counter::kIsIterationInvariantRate |
-                                                        benchmark::Counter::kInvert);
+    double r[9];
+    std::copy(view.rotation, view.rotation + 9, r);
+    for (int32_t i = 0; i < n; i++) {
+        const double x = double(points[i][0]), y = double(points[i][1]), z = double(points[i][2]);
+        for (int k = 0; k < 3; k++) {
+            points[i][k] = float(x * r[k] + y * r[3 + k] + z * r[6 + k]);
+        }
+    }
 }
 
-// Both start each time from the same points: projected again and again they would leave the range.
-static void FourPlainPasses(benchmark::State& state)
+static void DrawPointsTogether(const MainView& view, float (*points)[3], int32_t n)
+{
+    const double d = 1.5 / double(GetCosRate(view.perspective));
+    for (int32_t i = 0; i < n; i++) {
+        const double z = double(points[i][2]);
+        if (z > -(d - 0.01) && z < d - 0.01) {
+            const double f = d / (d - z);
+            points[i][0] = float(double(points[i][0]) * f);
+            points[i][1] = float(double(points[i][1]) * f);
+        }
+    }
+}
+
+static void ProjectInFourPasses(const MainView* view, float points[][3], int32_t n)
+{
+    MovePoints(*view, points, n);
+    ScalePoints(*view, points, n);
+    TurnPoints(*view, points, n);
+    DrawPointsTogether(*view, points, n);
+}
+
+static void CountPoints(::benchmark::State& state, double points)
+{
+    state.counters["s/point"] = ::benchmark::Counter(
+        points, ::benchmark::Counter::kIsIterationInvariantRate | ::benchmark::Counter::kInvert);
+}
+
+// Starts each time from the same points: projected again and again they would leave the range.
+static void ProjectCloud(::benchmark::State& state,
+                         void (*project)(const MainView*, float[][3], int32_t))
 {
     const std::vector<Point> cloud = MakeCloud(std::size_t(state.range(0)));
     std::vector<Point> points = cloud;
-    const MainView view = MakeTurnedView();
+    MainView view = mainview;
+    TurnView(view);
     for (auto _ : state) {
         state.PauseTiming();
         points = cloud;
         state.ResumeTiming();
-        ProjectInFourPasses(view, &points[0].xyz + 0, int32_t(points.size()));
-        benchmark::ClobberMemory();
+        project(&view, &points[0].xyz, int32_t(points.size()));
+        ::benchmark::ClobberMemory();
     }
-    CountPoints(state);
+    CountPoints(state, double(points.size()));
 }
-BENCHMARK(FourPlainPasses)->RangeMultiplier(10)->Range(10000, 1000000);
+BENCHMARK_CAPTURE(ProjectCloud, four_plain_passes, ProjectInFourPasses)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000);
+BENCHMARK_CAPTURE(ProjectCloud, TransferPoints, TransferPoints)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000);
 
-static void ProjectPoints(benchmark::State& state)
+// A number of tori, all drawn rounded.
+static void ProjectScene(::benchmark::State& state)
 {
-    const std::vector<Point> cloud = MakeCloud(std::size_t(state.range(0)));
-    std::vector<Point> points = cloud;
-    const MainView view = MakeTurnedView();
-    for (auto _ : state) {
-        state.PauseTiming();
-        points = cloud;
-        state.ResumeTiming();
-        TransferPoints(&view, &points[0].xyz + 0, int32_t(points.size()));
-        benchmark::ClobberMemory();
+    DeleteAllShapes();
+    double points = 0;
+    for (int i = 0; i < state.range(0); i++) {
+        OwnedShape torus = MakeQuadTorus(int(state.range(1)));
+        SetStripesOfShape(torus.get());
+        SetNormalsOfShape(torus.get());
+        AddShape(torus.release());
+        points += shapest[i]->pointnumber + round1t[i]->pointnumber;
     }
-    CountPoints(state);
+    const MainView startview = mainview;
+    TurnView(mainview);
+    mainview.scale = 10;
+    cisign = 1; // so that nothing is culled
+    for (auto _ : state) {
+        TransferAllShape();
+    }
+    cisign = 0;
+    mainview = startview;
+    CountPoints(state, points);
+    DeleteAllShapes();
 }
-BENCHMARK(ProjectPoints)->RangeMultiplier(10)->Range(10000, 1000000);
+BENCHMARK(ProjectScene)
+    ->Args({1, 2000})
+    ->Args({1, 20000})
+    ->Args({1, 200000})
+    ->Args({10000, 20})
+    ->Unit(::benchmark::kMillisecond);
 
-} // namespace korvane
+} // namespace korvane::bench

@@ -18,8 +18,7 @@ namespace korvane::bench
 
 static void CountTriangles(benchmark::State& state, const Shape* shape)
 {
-    state.SetItemsProcessed(state.iterations() * shape->trianglenumber);
-    state.counters["per_triangle"] = benchmark::Counter(
+    state.counters["s/triangle"] = benchmark::Counter(
         double(shape->trianglenumber),
         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
@@ -27,7 +26,7 @@ static void CountTriangles(benchmark::State& state, const Shape* shape)
 static void MeasureNormals(benchmark::State& state, Shape* shape)
 {
     SetStripesOfShape(shape);
-    for (auto step : state) {
+    for (auto _ : state) {
         SetNormalsOfShape(shape);
     }
     CountTriangles(state, shape);
@@ -63,7 +62,7 @@ BENCHMARK(SharpRectangles)->RangeMultiplier(10)->Range(1000, 1000000);
 static void TriangleNormals(benchmark::State& state)
 {
     const OwnedShape shape = MakeTriangleTorus(int(state.range(0)));
-    for (auto step : state) {
+    for (auto _ : state) {
         SetTriangleNormalsOfShape(shape.get());
     }
     CountTriangles(state, shape.get());
@@ -73,7 +72,7 @@ BENCHMARK(TriangleNormals)->RangeMultiplier(10)->Range(1000, 1000000);
 static void Stripes(benchmark::State& state)
 {
     const OwnedShape shape = MakeTriangleTorus(int(state.range(0)));
-    for (auto step : state) {
+    for (auto _ : state) {
         SetStripesOfShape(shape.get());
     }
     CountTriangles(state, shape.get());
@@ -87,7 +86,7 @@ using PeerMesh = OpenMesh::TriMesh_ArrayKernelT<>;
 static void PeerOpenMesh(benchmark::State& state)
 {
     const OwnedShape shape = MakeTriangleTorus(int(state.range(0)));
-    for (auto step : state) {
+    for (auto _ : state) {
         PeerMesh mesh;
         mesh.reserve(std::size_t(shape->pointnumber), std::size_t(shape->trianglenumber) * 3 / 2,
                      std::size_t(shape->trianglenumber));

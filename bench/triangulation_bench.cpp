@@ -15,7 +15,7 @@ namespace korvane::bench
 
 static void CountCorners(benchmark::State& state)
 {
-    state.counters["per_corner"] =
+    state.counters["s/corner"] =
         benchmark::Counter(double(state.range(0)), benchmark::Counter::kIsIterationInvariantRate |
                                                        benchmark::Counter::kInvert);
 }
@@ -29,7 +29,7 @@ static void Sizes(benchmark::internal::Benchmark* benchmark)
 
 static void MeasureCutting(benchmark::State& state, Shape* shape)
 {
-    for (auto step : state) {
+    for (auto _ : state) {
         SetTrianglesOfSide(&shape->sides[0], 0);
         benchmark::DoNotOptimize(shape->triangles[0].points[0]);
     }
@@ -77,7 +77,7 @@ static void MeasurePeer(benchmark::State& state, Shape* shape)
     GLUtesselator* tessellator = gluNewTess();
     gluTessCallback(tessellator, GLU_TESS_VERTEX_DATA, reinterpret_cast<_GLUfuncptr>(TakeVertex));
     gluTessCallback(tessellator, GLU_TESS_EDGE_FLAG, reinterpret_cast<_GLUfuncptr>(TakeEdgeFlag));
-    for (auto step : state) {
+    for (auto _ : state) {
         triangles.corners.clear();
         gluTessBeginPolygon(tessellator, &triangles);
         gluTessBeginContour(tessellator);

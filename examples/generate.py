@@ -7,13 +7,20 @@ usage: generate.py [scene ...]     without a name, all of them
 import sys
 from pathlib import Path
 
-from generator import mathematics
+from generator import light, mathematics, places, stilllife, tabletop
 
 SCENES = {
+    "showcase": stilllife.showcase,
     "platonic": mathematics.platonic,
     "archimedean": mathematics.archimedean,
     "knot": mathematics.knot,
     "hundred": mathematics.hundred,
+    "chess": tabletop.chess,
+    "vessels": tabletop.vessels,
+    "house": places.house,
+    "lighthouse": places.lighthouse,
+    "glass": light.stained_glass,
+    "lotus": light.lotus,
 }
 
 

@@ -17,11 +17,11 @@ static constexpr int noone = -1;
 // How a point is shaded. The bits add up over the stripes through the point; none makes it smooth.
 enum PointClass : unsigned char { POINT_VERTEX = 1, POINT_CREASE = 2, POINT_CORNER = 4 };
 
-// What the walk over the triangles gathers at a point.
-struct PointWork {
-    Vector sum;  // of the normals of its triangles; of a crease point, of those in its first side
-    int corners; // triangle corners on it
-    int chain;   // the first of its single edges, noone when there are none
+// What the walk over the triangles gathers at a point; never across two lines of the cache.
+struct alignas(32) PointWork {
+    Vector sum; // of the normals of its triangles; of a crease point, of those in its first side
+    int chain;  // the first ring in its chain of single edges, noone when there is none
+    int rings;  // how many there are
 };
 
 // What a point needs besides when not all points of its shape are smooth.
@@ -36,10 +36,11 @@ struct SharpPoint {
 // known, and their places hold links. The single edges that join the same two points all run the
 // same way, because one that runs the other way is matched instead of added; they form a ring, in
 // which the last leads to the first, which is the next to be matched. The last edges of the rings
-// are chained at the one of their two points that has fewer corners: so no chain is long, whatever
-// meets in a point.
+// are chained at one of their two points, the one whose chain is shorter when the ring begins: so
+// no chain is long, however many edges meet in a point.
 struct NormalWalk {
-    Shape* shape;
+    Shape* shape;    // borrowed
+    bool edgesknown; // the shape's edges are right already and stay
     int edgeroom;
     std::vector<PointWork> points;
     std::vector<SharpPoint> sharps; // empty when all points are smooth
@@ -55,32 +56,45 @@ static int& NextInChain(Edge& edge)
     return edge.sides[1];
 }
 
-// The link that leads to the ring of the single edges between a and b, or to the end of the chain.
-static int* FindRing(NormalWalk& walk, int a, int b)
+// Where a ring stands.
+struct RingPlace {
+    PointWork* point; // borrowed; the point whose chain holds the ring
+    int before;       // the last edge of the ring before it in the point's chain, noone at the head
+    int last;         // its last edge, noone where there is no such ring
+};
+
+static int& GetLink(Shape* shape, const RingPlace& place)
 {
-    PointWork& first = walk.points[std::size_t(a)];
-    PointWork& second = walk.points[std::size_t(b)];
-    const bool bysecond =
-        second.corners < first.corners || (second.corners == first.corners && b < a);
-    int* link = bysecond ? &second.chain : &first.chain;
-    while (*link != noone) {
-        Edge& edge = walk.shape->edges[*link];
+    return place.before == noone ? place.point->chain : NextInChain(shape->edges[place.before]);
+}
+
+// The ring of the single edges between a and b in the chain of one of them.
+static RingPlace FindRing(Shape* shape, PointWork& point, int a, int b)
+{
+    RingPlace place = {&point, noone, point.chain};
+    while (place.last != noone) {
+        Edge& edge = shape->edges[place.last];
         if ((edge.points[0] == b && edge.points[1] == a) ||
             (edge.points[0] == a && edge.points[1] == b)) {
             break;
         }
-        link = &NextInChain(edge);
+        place.before = place.last;
+        place.last = NextInChain(edge);
     }
-    return link;
+    return place;
 }
 
 // Gives the first edge of the ring its second triangle and takes it out.
-static void MatchEdge(NormalWalk& walk, int* ring, int triangle, int side)
+static void MatchEdge(Shape* shape, const RingPlace& place, int triangle, int side)
 {
-    Edge& last = walk.shape->edges[*ring];
-    Edge& first = walk.shape->edges[NextInRing(last)];
+    Edge& last = shape->edges[place.last];
+    Edge& first = shape->edges[NextInRing(last)];
+    if (first.triangles[0] == triangle) {
+        return; // Deliberate: what one triangle walks there and back is still single.
+    }
     if (&first == &last) {
-        *ring = NextInChain(last);
+        GetLink(shape, place) = NextInChain(last);
+        place.point->rings--;
     } else {
         NextInRing(last) = NextInRing(first);
     }
@@ -88,44 +102,65 @@ static void MatchEdge(NormalWalk& walk, int* ring, int triangle, int side)
     first.sides[1] = side;
 }
 
-static void AddEdge(NormalWalk& walk, int* ring, const Edge& added)
+// Makes the edge the last of a ring.
+static void JoinRing(Shape* shape, const RingPlace& place, int index)
 {
-    const int index = walk.shape->edgenumber++;
-    Edge& edge = walk.shape->edges[index];
-    edge = added;
-    if (*ring == noone) {
-        NextInRing(edge) = index;
-        NextInChain(edge) = noone;
-    } else {
-        Edge& last = walk.shape->edges[*ring];
-        NextInRing(edge) = NextInRing(last);
-        NextInChain(edge) = NextInChain(last);
-        NextInRing(last) = index;
-    }
-    *ring = index;
+    Edge& edge = shape->edges[index];
+    Edge& last = shape->edges[place.last];
+    NextInRing(edge) = NextInRing(last);
+    NextInRing(last) = index;
+    NextInChain(edge) = NextInChain(last);
+    GetLink(shape, place) = index;
 }
 
-// The usual shapes never get here: only a border or a contradiction needs more edges than planned.
-static void MakeRoomForAllEdges(NormalWalk& walk)
+// Makes the edge a ring of its own at the head of the point's chain.
+static void BeginRing(Shape* shape, PointWork& point, int index)
 {
-    walk.edgeroom =
-        int(std::min<std::int64_t>(3 * std::int64_t(walk.shape->trianglenumber), INT_MAX));
-    ResizeArray(walk.shape->edges, walk.edgeroom);
+    Edge& edge = shape->edges[index];
+    NextInRing(edge) = index;
+    NextInChain(edge) = point.chain;
+    point.chain = index;
+    point.rings++;
+}
+
+// Makes an edge that is in no ring yet. Returns its index.
+static int AddEdge(NormalWalk& walk, int a, int b, int triangle, int side)
+{
+    Shape* shape = walk.shape;
+    if (shape->edgenumber == walk.edgeroom) {
+        // The usual shapes never get here: a border or a contradiction needs more than planned.
+        const std::int64_t most = 3 * std::int64_t(shape->trianglenumber);
+        walk.edgeroom = int(std::min<std::int64_t>(most, INT_MAX));
+        ResizeArray(shape->edges, walk.edgeroom);
+    }
+    Edge& edge = shape->edges[shape->edgenumber];
+    edge.points[0] = a;
+    edge.points[1] = b;
+    edge.triangles[0] = triangle;
+    edge.sides[0] = side;
+    return shape->edgenumber++;
 }
 
 // Takes in the edge that a triangle walks from a to b.
 static void WalkEdge(NormalWalk& walk, int a, int b, int triangle, int side)
 {
-    int* ring = FindRing(walk, a, b);
-    if (*ring != noone && walk.shape->edges[*ring].points[0] == b) {
-        MatchEdge(walk, ring, triangle, side);
+    Shape* shape = walk.shape;
+    PointWork& first = walk.points[std::size_t(a)];
+    PointWork& second = walk.points[std::size_t(b)];
+    RingPlace place = FindRing(shape, first, a, b);
+    if (place.last == noone) {
+        place = FindRing(shape, second, a, b);
+    }
+    if (place.last != noone && shape->edges[place.last].points[0] == b) {
+        MatchEdge(shape, place, triangle, side);
         return;
     }
-    if (walk.shape->edgenumber == walk.edgeroom) {
-        MakeRoomForAllEdges(walk);
-        ring = FindRing(walk, a, b); // the links have moved with the edges
+    const int index = AddEdge(walk, a, b, triangle, side);
+    if (place.last != noone) {
+        JoinRing(shape, place, index);
+    } else {
+        BeginRing(shape, first.rings < second.rings ? first : second, index);
     }
-    AddEdge(walk, ring, {{a, b}, {triangle, triangle}, {side, side}});
 }
 
 // What is single at the end stays single: both its triangles are the one, and both its sides.
@@ -182,7 +217,9 @@ static void WalkTriangle(NormalWalk& walk, int index, int side)
     }
     for (int i = 0; i < 3; i++) {
         const int point = triangle.points[i];
-        WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        if (!walk.edgesknown) {
+            WalkEdge(walk, point, triangle.points[i == 2 ? 0 : i + 1], index, side);
+        }
         triangle.normals[i] = WalkCorner(walk, point, side, normal);
     }
 }
@@ -214,9 +251,22 @@ static void ClassifyPoints(NormalWalk& walk)
     }
 }
 
+// For every point how many triangle corners lie on it.
+static std::vector<int> CountCorners(const Shape* shape)
+{
+    std::vector<int> corners(std::size_t(shape->pointnumber), 0);
+    for (int i = 0; i < shape->trianglenumber; i++) {
+        for (int point : shape->triangles[i].points) {
+            corners[std::size_t(point)]++;
+        }
+    }
+    return corners;
+}
+
 // Gives every point its place among the normals. Returns how many normals there will be.
 static int PlaceSharpNormals(NormalWalk& walk)
 {
+    const std::vector<int> corners = CountCorners(walk.shape);
     int number = 0;
     for (std::size_t i = 0; i < walk.sharps.size(); i++) {
         SharpPoint& sharp = walk.sharps[i];
@@ -227,27 +277,15 @@ static int PlaceSharpNormals(NormalWalk& walk)
             sharp.met = noone;
             number += 2;
         } else {
-            number += walk.points[i].corners;
+            number += corners[i];
         }
     }
     return number;
 }
 
-static NormalWalk StartWalk(Shape* shape)
+static void MakeRoomForEdges(NormalWalk& walk)
 {
-    NormalWalk walk = {shape, 0, {}, {}};
-    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, 0, noone});
-    for (int i = 0; i < shape->trianglenumber; i++) {
-        for (int point : shape->triangles[i].points) {
-            walk.points[std::size_t(point)].corners++;
-        }
-    }
-    shape->normalnumber = shape->pointnumber;
-    // A one-sided shape is smooth even along its vertexes.
-    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
-        ClassifyPoints(walk);
-        shape->normalnumber = PlaceSharpNormals(walk);
-    }
+    Shape* shape = walk.shape;
     std::int64_t edgeends = 3 * std::int64_t(shape->trianglenumber);
     if (shape->sidenumber == 1 && shape->stripenumber > 0) {
         edgeends += shape->stripes[0].pointnumber; // its border edges have one triangle each
@@ -255,6 +293,21 @@ static NormalWalk StartWalk(Shape* shape)
     walk.edgeroom = int(edgeends / 2);
     shape->edgenumber = 0;
     ResizeArray(shape->edges, walk.edgeroom);
+}
+
+static NormalWalk StartWalk(Shape* shape, bool edgesknown)
+{
+    NormalWalk walk = {shape, edgesknown, 0, {}, {}};
+    walk.points.assign(std::size_t(shape->pointnumber), {{0, 0, 0}, noone, 0});
+    shape->normalnumber = shape->pointnumber;
+    // A one-sided shape is smooth even along its vertexes.
+    if (shape->sidenumber > 1 && shape->vertexnumber > 0) {
+        ClassifyPoints(walk);
+        shape->normalnumber = PlaceSharpNormals(walk);
+    }
+    if (!edgesknown) {
+        MakeRoomForEdges(walk);
+    }
     ResizeArray(shape->normals, shape->normalnumber);
     ResizeArray(shape->trianglenormals, shape->trianglenumber);
     return walk;
@@ -286,9 +339,9 @@ static void FinishPoint(NormalWalk& walk, std::size_t index)
     }
 }
 
-void SetNormalsOfShape(Shape* shape)
+static void SetNormals(Shape* shape, bool edgesknown)
 {
-    NormalWalk walk = StartWalk(shape);
+    NormalWalk walk = StartWalk(shape, edgesknown);
     for (int s = 0; s < shape->sidenumber; s++) {
         const Side& side = shape->sides[s];
         for (int k = 0; k < side.trianglenumber; k++) {
@@ -298,7 +351,17 @@ void SetNormalsOfShape(Shape* shape)
     for (std::size_t i = 0; i < walk.points.size(); i++) {
         FinishPoint(walk, i);
     }
+}
+
+void SetNormalsOfShape(Shape* shape)
+{
+    SetNormals(shape, false);
     ResizeArray(shape->edges, shape->edgenumber);
+}
+
+void SetNormalsOverEdges(Shape* shape)
+{
+    SetNormals(shape, true);
 }
 
 } // namespace korvane

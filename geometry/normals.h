@@ -15,4 +15,7 @@ struct Shape;
 // for the others; a corner has one for every triangle on it.
 void SetNormalsOfShape(Shape* shape);
 
+// The same for a shape whose edges are known to be what that walk would give: they are kept.
+void SetNormalsOverEdges(Shape* shape);
+
 } // namespace korvane

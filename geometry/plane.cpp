@@ -36,22 +36,31 @@ Plane SolvePlane(const float* center, const float* normal)
     return plane;
 }
 
-double LayFlat(const Plane& plane, const float* point, float* flat)
+FlatPlane PreparePlane(const Plane& plane)
 {
     const int r = plane.axis;
-    const int f = (r + 1) % 3;
-    const int s = (r + 2) % 3;
+    const double nr = plane.normal[r];
+    const double nf = plane.normal[(r + 1) % 3];
+    const double ns = plane.normal[(r + 2) % 3];
+    const double q = nf * nf + ns * ns;
+    return {plane, plane.a * nf + plane.b * ns - nr, (ns - nr * ns) / q, (nf - nr * nf) / q};
+}
+
+double LayFlat(const FlatPlane& flatplane, const float* point, float* flat)
+{
+    const Plane& plane = flatplane.plane;
+    const int r = plane.axis;
+    const int f = r == 2 ? 0 : r + 1;
+    const int s = r == 0 ? 2 : r - 1;
     const double nr = plane.normal[r], nf = plane.normal[f], ns = plane.normal[s];
     const double pr = point[r], pf = point[f], ps = point[s];
-    const double t =
-        (plane.a * pf + plane.b * ps - pr + plane.c) / (plane.a * nf + plane.b * ns - nr);
+    const double t = (plane.a * pf + plane.b * ps - pr + plane.c) / flatplane.divisor;
     const double dr = pr - t * nr - plane.center[r];
     const double df = pf - t * nf - plane.center[f];
     const double ds = ps - t * ns - plane.center[s];
-    const double q = nf * nf + ns * ns;
     const double w = df * ns - ds * nf;
-    flat[0] = float(df * nr - nf * dr + (ns - nr * ns) / q * w);
-    flat[1] = float(ds * nr - ns * dr - (nf - nr * nf) / q * w);
+    flat[0] = float(df * nr - nf * dr + flatplane.turnf * w);
+    flat[1] = float(ds * nr - ns * dr - flatplane.turns * w);
     if (std::isnan(flat[0]) || std::isnan(flat[1])) { // the normal runs exactly along r
         flat[0] = float(df);
         flat[1] = float(ds);

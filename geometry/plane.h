@@ -17,9 +17,19 @@ struct Plane {
 // normal component; of equal ones z wins, then y, but z never when it is zero.
 Plane SolvePlane(const float* center, const float* normal);
 
+// A plane and what laying points flat into it needs again and again.
+struct FlatPlane {
+    Plane plane;
+    double divisor; // of the distance
+    double turnf;   // how far a point's offset across the normal's tilt turns f
+    double turns;   // and s
+};
+
+FlatPlane PreparePlane(const Plane& plane);
+
 // Moves a point along the plane's normal into the plane and turns the plane until the normal points
 // along r, which then drops out. Stores the two coordinates that are left, counted from the plane's
 // center. Returns how far along the normal the point lay from the plane.
-double LayFlat(const Plane& plane, const float* point, float* flat);
+double LayFlat(const FlatPlane& plane, const float* point, float* flat);
 
 } // namespace korvane

@@ -8,9 +8,10 @@ namespace korvane
 
 struct Shape;
 
-// The rounded version of a shape, whose edges, triangles, stripes and vertexes must be current; the
-// shape is not changed. Every triangle gives nine, every edge two points, every triangle one. The
-// sides of the result have no outlines. The caller owns the result (DeleteShape).
+// The rounded version of a shape, whose edges, triangles, stripes (of two points at least) and
+// vertexes must be current; the shape is not changed. Every triangle gives nine, every edge two
+// points, every triangle one. The sides of the result have no outlines. The caller owns the result
+// (DeleteShape).
 Shape* RoundShape(const Shape* shape);
 
 } // namespace korvane

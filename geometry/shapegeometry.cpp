@@ -153,17 +153,17 @@ double GetDistancePointTriangle(const float* p, const Triangle* triangle)
     const float* a = points[triangle->points[0]];
     const float* b = points[triangle->points[1]];
     const float* c = points[triangle->points[2]];
-    const Block<Plane> plane = GetPlaneOfTriangle(triangle);
+    const FlatPlane plane = PreparePlane(*GetPlaneOfTriangle(triangle));
     float flat[2], flata[2], flatb[2], flatc[2];
-    LayFlat(*plane, a, flata);
-    LayFlat(*plane, b, flatb);
-    LayFlat(*plane, c, flatc);
-    double distance = LayFlat(*plane, p, flat);
+    LayFlat(plane, a, flata);
+    LayFlat(plane, b, flatb);
+    LayFlat(plane, c, flatc);
+    double distance = LayFlat(plane, p, flat);
     if (InTheTriangle2d(flat, flata, flatb, flatc) == 0) {
         distance = GetDistanceFromBorder(p, a, b, c);
     }
     constexpr double facingweight = 1e-6; // decides only between equal distances
-    return std::fabs(distance) + facingweight * GetFacingAngle(p, a, b, plane->normal);
+    return std::fabs(distance) + facingweight * GetFacingAngle(p, a, b, plane.plane.normal);
 }
 
 int CheckNan(float x)

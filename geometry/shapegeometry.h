@@ -1,7 +1,7 @@
 // What drawing and rounding need to know of a shape: triangle normals, the table of edges, shading
 // normals, centre and radius; and small numeric functions used all over the program. Sums and
-// products are computed in double and stored as float. A triangle a, b, c faces along (b - a) x (c
-// - a).
+// products are computed in double and stored as float. A triangle a, b, c faces along
+// (b - a) x (c - a).
 #pragma once
 
 #include "geometry/normals.h" // part of what is told of shapes here

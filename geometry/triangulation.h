@@ -2,31 +2,20 @@
 // plane: it is laid flat into two dimensions and its ears are clipped, smallest angle first.
 #pragma once
 
-#include "geometry/shapegeometry.h"
-#include "geometry/stripes.h" // who cuts sides rebuilds the stripes
-#include "scene/arrays.h"
+#include "geometry/sideplane.h"
+#include "geometry/stripes.h"
 
 namespace korvane
 {
 
 struct Side;
 
-// The mean of the side's points. The caller owns the float triple.
-Block<float[]> GetCenterOfSide(const Side* side);
-
-// The side's unit normal. A side without one nudges point 0 of its shape, a bounded number of
-// times, then takes the area normal, then (0, 0, 1).
-Block<float[]> GetNormalOfSide(Side* side);
-
-// The plane through the side's centre across its normal; see GetNormalOfSide.
-Block<Plane> GetPlaneOfSide(Side* side);
-
-// The side's points laid flat, one triple per point of which the first two members are filled.
-Block<float[][3]> GetPlanePointsOfSide(Side* side);
-
 // The angle at c between the directions to a and b, in radians, 0..pi, in the first two
 // coordinates; 0 when it cannot be told.
 double GetAlfaOfThreePoints2d(const float* c, const float* a, const float* b);
+
+// Twice the area of the triangle a, b, c, positive when they run counter-clockwise.
+double GetOrientation2d(const float* a, const float* b, const float* c);
 
 // 1 when the 2D point p lies in the triangle a, b, c or on its border, else 0.
 int InTheTriangle2d(const float* p, const float* a, const float* b, const float* c);

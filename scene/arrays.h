@@ -13,6 +13,8 @@
 #include <memory>
 #include <type_traits>
 
+#include <malloc.h>
+
 namespace korvane
 {
 
@@ -31,6 +33,17 @@ template <class T> using Block = std::unique_ptr<T, FreeDeleter>;
 {
     std::fprintf(stderr, "korvane: %s\n", reason);
     std::exit(1);
+}
+
+// Lets the heap keep what is freed, up to a bound, instead of handing it back to the system. Every
+// step of a drag frees the derived versions of its shape and makes them again: with fresh pages
+// that takes twice as long. Call it once, before anything large is allocated.
+inline void KeepFreedMemory()
+{
+    constexpr int largestblock = 32 << 20; // larger ones the heap cannot keep
+    constexpr int largestrest = 512 << 20;
+    mallopt(M_MMAP_THRESHOLD, largestblock);
+    mallopt(M_TRIM_THRESHOLD, largestrest);
 }
 
 // The bytes of `count` entries of `size` bytes; at least one byte, so that no array is null.

@@ -5,12 +5,26 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <new>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace korvane
 {
+
+// A file of many megabytes is read into large pages where the system has them: each small page that
+// is touched the first time costs as much as reading hundreds of its bytes.
+static void AskForLargePages(char* bytes, std::size_t size)
+{
+    constexpr std::size_t largepage = std::size_t(2) << 20;
+    void* first = bytes;
+    std::size_t room = size;
+    if (std::align(largepage, largepage, first, room) != nullptr) {
+        madvise(first, room, MADV_HUGEPAGE);
+    }
+}
 
 // Reads what an open file holds, or held when its length was asked.
 static bool ReadOpenFile(int descriptor, FileBytes& file)
@@ -24,6 +38,7 @@ static bool ReadOpenFile(int descriptor, FileBytes& file)
     if (file.bytes == nullptr) {
         return false;
     }
+    AskForLargePages(file.bytes.get(), size);
     while (file.length < size) {
         const ssize_t count = read(descriptor, &file.bytes[file.length], size - file.length);
         if (count < 0) {
@@ -61,13 +76,6 @@ static bool WriteAndClose(int descriptor, const TextWriter& write)
     const bool written = std::fflush(file) == 0 && std::ferror(file) == 0 &&
                          ftruncate(descriptor, ftello(file)) == 0 && fsync(descriptor) == 0;
     return std::fclose(file) == 0 && written;
-}
-
-static bool WriteBytes(int descriptor, const FileBytes& bytes)
-{
-    return WriteAndClose(descriptor, [&bytes](FILE* file) {
-        std::fwrite(bytes.bytes.get(), 1, bytes.length, file);
-    });
 }
 
 // The file that is to be replaced.
@@ -122,23 +130,51 @@ static bool TakeOver(int descriptor, const struct stat& status)
     return fchmod(descriptor, mode) == 0;
 }
 
-static int CreateNewFile(const std::string& path, const Target& target)
+// Removes a file that came to nothing; errno still tells why.
+static void Discard(const std::string& path)
 {
-    unlink(path.c_str()); // what a crash has left
-    const mode_t mode = target.exists ? target.status.st_mode & 0777 : 0666;
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor >= 0 && target.exists && !TakeOver(descriptor, target.status)) {
-        close(descriptor);
-        unlink(path.c_str());
-        return -1;
-    }
-    return descriptor;
+    const int reason = errno;
+    unlink(path.c_str());
+    errno = reason;
 }
 
-static bool KeepOldFile(const Target& target)
+// Writes a new file that is to take the target's place, or its name with "~". False with the reason
+// in errno, and there is no file then; so with MoveTo.
+static bool WriteNewFile(const std::string& path, const Target& target, const TextWriter& write)
 {
-    const int descriptor = CreateNewFile(target.path + "~", target);
-    return descriptor >= 0 && WriteBytes(descriptor, target.bytes);
+    Discard(path); // what a crash has left
+    const mode_t mode = target.exists ? target.status.st_mode & 0777 : 0666;
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (descriptor < 0) {
+        return false;
+    }
+    const bool taken = !target.exists || TakeOver(descriptor, target.status);
+    if (!WriteAndClose(descriptor, write) || !taken) {
+        Discard(path);
+        return false;
+    }
+    return true;
+}
+
+static bool MoveTo(const std::string& path, const std::string& newpath)
+{
+    if (std::rename(path.c_str(), newpath.c_str()) != 0) {
+        Discard(path);
+        return false;
+    }
+    return true;
+}
+
+static TextWriter GetWriterOf(const FileBytes& bytes)
+{
+    return [&bytes](FILE* file) { std::fwrite(bytes.bytes.get(), 1, bytes.length, file); };
+}
+
+// The file that was kept before goes only when the new one is complete.
+static bool KeepOldFile(const Target& target, const std::string& temporary)
+{
+    return !target.exists || (WriteNewFile(temporary, target, GetWriterOf(target.bytes)) &&
+                              MoveTo(temporary, target.path + "~"));
 }
 
 // A name is on the disk when its folder is; not every file system can be asked for that.
@@ -151,18 +187,6 @@ static void SyncFolder(const std::string& folder)
     }
 }
 
-static bool MoveOver(const std::string& newpath, const Target& target)
-{
-    if (target.exists && !KeepOldFile(target)) {
-        return false;
-    }
-    if (std::rename(newpath.c_str(), target.path.c_str()) != 0) {
-        return false;
-    }
-    SyncFolder(GetFolder(target));
-    return true;
-}
-
 // Keeps a copy where files can always be made. Empty when that fails.
 static std::string KeepTemporaryCopy(const Target& target)
 {
@@ -170,7 +194,11 @@ static std::string KeepTemporaryCopy(const Target& target)
     std::string path = folder == nullptr ? "/tmp" : folder;
     path += "/" + std::filesystem::path(target.path).filename().string() + "~XXXXXX";
     const int descriptor = mkostemp(path.data(), O_CLOEXEC);
-    return descriptor >= 0 && WriteBytes(descriptor, target.bytes) ? path : "";
+    if (descriptor >= 0 && WriteAndClose(descriptor, GetWriterOf(target.bytes))) {
+        return path;
+    }
+    Discard(path);
+    return "";
 }
 
 static int OpenInPlace(const Target& target)
@@ -178,8 +206,14 @@ static int OpenInPlace(const Target& target)
     return open(target.path.c_str(), O_WRONLY | O_CLOEXEC);
 }
 
-// Writes a file whose folder takes no new one. While the text is not complete a copy of the old one
-// is on the disk, from which it can be had back even after a crash.
+static bool PutOldTextBack(const Target& target)
+{
+    const int descriptor = OpenInPlace(target);
+    return descriptor >= 0 && WriteAndClose(descriptor, GetWriterOf(target.bytes));
+}
+
+// Writes a file whose folder does not let it be replaced. While the text is not complete a copy of
+// the old one is on the disk, from which it can be had back even after a crash.
 static bool WriteInPlace(const Target& target, const TextWriter& write)
 {
     const std::string copy = KeepTemporaryCopy(target);
@@ -188,12 +222,31 @@ static bool WriteInPlace(const Target& target, const TextWriter& write)
     }
     const int descriptor = OpenInPlace(target);
     const bool written = descriptor >= 0 && WriteAndClose(descriptor, write);
-    if (written || descriptor < 0 || WriteBytes(OpenInPlace(target), target.bytes)) {
+    const bool whole = written || descriptor < 0 || PutOldTextBack(target);
+    if (whole) {
         unlink(copy.c_str());
     } else {
         std::printf("The old text of %s is in %s\n", target.path.c_str(), copy.c_str());
     }
     return written;
+}
+
+// Writes a new file beside the target and moves it over. False with the reason in errno.
+static bool WriteBeside(const Target& target, const TextWriter& write)
+{
+    const std::string newpath = GetFolder(target) + "/.korvane-" + std::to_string(getpid());
+    if (!WriteNewFile(newpath, target, write)) {
+        return false;
+    }
+    if (!KeepOldFile(target, newpath + "~")) {
+        Discard(newpath);
+        return false;
+    }
+    if (!MoveTo(newpath, target.path)) {
+        return false;
+    }
+    SyncFolder(GetFolder(target));
+    return true;
 }
 
 bool ReplaceFile(const char* path, const TextWriter& write)
@@ -202,16 +255,10 @@ bool ReplaceFile(const char* path, const TextWriter& write)
     if (!FindTarget(path, target)) {
         return false;
     }
-    const std::string newpath = GetFolder(target) + "/.korvane-" + std::to_string(getpid());
-    const int descriptor = CreateNewFile(newpath, target);
-    if (descriptor < 0) {
-        return target.exists && (errno == EACCES || errno == EPERM) && WriteInPlace(target, write);
+    if (WriteBeside(target, write)) {
+        return true;
     }
-    if (!WriteAndClose(descriptor, write) || !MoveOver(newpath, target)) {
-        unlink(newpath.c_str());
-        return false;
-    }
-    return true;
+    return target.exists && (errno == EACCES || errno == EPERM) && WriteInPlace(target, write);
 }
 
 } // namespace korvane

@@ -12,8 +12,8 @@ namespace korvane
 {
 
 struct FileBytes {
-    std::unique_ptr<char[]> bytes;
-    std::size_t length = 0;
+    std::unique_ptr<char[]> bytes; // may have more room than is filled
+    std::size_t length = 0;        // bytes that are filled
 
     std::string_view GetText() const
     {

@@ -15,26 +15,115 @@ namespace korvane
 
 __extension__ typedef unsigned __int128 Wide; // holds 24 bits of a float times any power of 5 used
 
-float ParseReal(std::string_view text)
-{
-    std::array<char, numbersize> room;
-    std::string longtext;
-    char* begin = room.data();
-    if (text.size() > room.size()) {
-        longtext.resize(text.size());
-        begin = longtext.data();
+// Negative powers of ten, to a few double steps. Beyond them the smallest floats, which have fewer
+// digits, would come into reach.
+static constexpr int mostdecimals = 37;
+static constexpr auto decimalfractions = [] {
+    std::array<double, mostdecimals + 1> fractions{};
+    double power = 1;
+    for (double& fraction : fractions) {
+        fraction = 1 / power;
+        power *= 10;
     }
-    char* end = std::copy(text.begin(), text.end(), begin);
-    char* comma = std::find(begin, end, ',');
-    if (comma != end) {
-        *comma = '.';
+    return fractions;
+}();
+
+// True when the nearest float is the same for all doubles within some thousand steps of the value.
+static bool IsFarFromTie(double value)
+{
+    constexpr std::uint64_t below = (std::uint64_t(1) << 29) - 1; // the bits that a float has not
+    constexpr std::uint64_t tie = std::uint64_t(1) << 28;
+    constexpr std::uint64_t margin = 4096;
+    const std::uint64_t rest = std::bit_cast<std::uint64_t>(value) & below;
+    return rest < tie - margin || rest > tie + margin;
+}
+
+static bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// The digits of a number without its comma.
+struct Digits {
+    std::uint64_t mantissa;
+    std::ptrdiff_t decimals; // how many of the digits stand after the comma
+};
+
+// Reads "d,dddddd", as every colour between 0 and 9 is written: most numbers of a scene are
+// colours.
+static bool ReadColorDigits(std::string_view text, Digits& digits)
+{
+    if (text.size() != 8 || text[1] != ',') {
+        return false;
+    }
+    bool valid = true;
+    digits = {0, 6};
+    for (const std::size_t place : {0, 2, 3, 4, 5, 6, 7}) {
+        valid = valid & IsDigit(text[place]);
+        digits.mantissa = digits.mantissa * 10 + std::uint64_t(text[place] - '0');
+    }
+    return valid;
+}
+
+// Reads digits with at most a comma among them; those that the mantissa cannot hold do not count.
+static bool ReadDigits(std::string_view text, Digits& digits)
+{
+    constexpr std::uint64_t full = 1'000'000'000'000'000'000U; // one more digit still fits
+    const char* next = text.data();
+    const char* end = next + text.size();
+    digits = {0, 0};
+    for (; next != end && IsDigit(*next) && digits.mantissa < full; next++) {
+        digits.mantissa = digits.mantissa * 10 + std::uint64_t(*next - '0');
+    }
+    if (next != end && *next == ',') {
+        const char* first = ++next;
+        for (; next != end && IsDigit(*next) && digits.mantissa < full; next++) {
+            digits.mantissa = digits.mantissa * 10 + std::uint64_t(*next - '0');
+        }
+        digits.decimals = next - first;
+        next = std::find_if_not(next, end, IsDigit);
+    }
+    return next == end;
+}
+
+// Reads digits with at most a sign and a comma, as nearly all numbers are, with an error of a few
+// double steps. False when the text is another one or that is not good enough for a float.
+static bool ParsePlain(std::string_view text, float& value)
+{
+    const bool negative = text.starts_with('-');
+    Digits digits;
+    if (!ReadColorDigits(text, digits) && !ReadDigits(text.substr(negative ? 1 : 0), digits)) {
+        return false;
+    }
+    if (digits.decimals > mostdecimals || (digits.mantissa == 0 && negative)) {
+        return false;
+    }
+    const double fraction = decimalfractions[std::size_t(digits.decimals)];
+    const double magnitude = double(digits.mantissa) * fraction;
+    value = float(negative ? -magnitude : magnitude);
+    return IsFarFromTie(magnitude);
+}
+
+// Reads every text, exactly.
+static float ParseByLibrary(std::string_view text)
+{
+    std::string point(text);
+    const std::size_t comma = point.find(',');
+    if (comma != point.npos) {
+        point[comma] = '.';
     }
     double value = 0;
-    if (std::from_chars(begin, end, value).ec != std::errc()) {
+    if (std::from_chars(point.data(), point.data() + point.size(), value).ec != std::errc()) {
         return 0;
     }
     const float stored = float(value);
     return std::isfinite(stored) ? stored : 0;
+}
+
+float ParseReal(std::string_view text)
+{
+    float value = 0;
+    return ParsePlain(text, value) ? value : ParseByLibrary(text);
 }
 
 int ParseInteger(std::string_view text)
@@ -60,7 +149,7 @@ struct Parts {
     int exponent;           // -149..104
 };
 
-// The value must be finite.
+// The value is finite.
 static Parts TakeApart(float value)
 {
     const auto bits = std::bit_cast<std::uint32_t>(value);
@@ -91,9 +180,9 @@ static Wide ShiftRounded(Wide value, int bits)
 
 static constexpr auto digitpairs = [] {
     std::array<char, 200> pairs{};
-    for (int i = 0; i < 100; i++) {
-        pairs[std::size_t(2 * i)] = char('0' + i / 10);
-        pairs[std::size_t(2 * i + 1)] = char('0' + i % 10);
+    for (std::size_t i = 0; i < 100; i++) {
+        pairs[2 * i] = char('0' + i / 10);
+        pairs[2 * i + 1] = char('0' + i % 10);
     }
     return pairs;
 }();
@@ -205,14 +294,12 @@ static char* LayOut(char* out, const char* digits, int count, int exponent)
 char* WriteReal(char* out, float value)
 {
     constexpr float toolarge = 1e20F;
-    constexpr int smallestleading =
-        -83; // 2^-83 is the last that needs no power of five beyond 5^44
-    const Parts parts = TakeApart(value);
-    const int leading = parts.exponent + int(std::bit_width(parts.mantissa)) - 1;
-    // false for a NaN as well
-    if (!(std::fabs(value) < toolarge) || leading < smallestleading) {
+    constexpr float toosmall = 0x1p-83F; // below it powers of five beyond 5^44 are wanted
+    const float magnitude = std::fabs(value);
+    if (!(magnitude >= toosmall && magnitude < toolarge)) { // a zero, a NaN
         return WriteByLibrary(out, value, std::chars_format::general, realdigits);
     }
+    const Parts parts = TakeApart(value);
     const Decimal decimal = RoundToDecimal(parts);
     std::array<char, realdigits> digits;
     WriteDecimalDigits(digits.data(), decimal.digits);

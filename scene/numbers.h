@@ -1,6 +1,7 @@
 // Numbers as a scene file carries them: with a decimal comma, whatever the locale of the user.
-// Writing gives the digits of formatted output exactly; reading takes what atof and atoi would take
-// from the front of the text, and answers every text with a number that can be stored.
+// Writing gives the digits of formatted output exactly; reading takes the decimal number that
+// atof or atoi would take from the front of the text, and answers every text with a number that can
+// be stored.
 #pragma once
 
 #include <string_view>

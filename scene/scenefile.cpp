@@ -51,6 +51,7 @@ static void InstallScene(SceneDraft& draft)
     SortAndShowTree();
     SetActives();
     TransferAllShape();
+    ChangeActives(); // only now it is known which shapes are shown large enough to be picked
 }
 
 // Tells which shapes of a file could not be kept: each on standard output, their number below the

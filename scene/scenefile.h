@@ -17,7 +17,8 @@ constexpr int tokensize = 2048;
 // which leaves the buffer as it was.
 int ReadToken(FILE* file, char* buffer);
 
-// Loads a scene in the place of the current one. 0 on success; 1 after the error dialog.
+// Loads a scene in the place of the current one and asks for a redraw. 0 on success; 1 after the
+// error dialog: the scene is as it was, or empty when a scene file breaks off before its folders.
 int OpenMrt(const char* path);
 
 // Writes the scene beside `path` and moves it over. 0 on success; 1 after the error dialog, and the

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 
 namespace korvane
@@ -115,7 +114,9 @@ static void ReadPoints(SceneReader& reader, Shape* shape)
     }
     shape->pointnumber = int(reader.points.size());
     shape->points = NewUnfilledArray<float[3]>(shape->pointnumber);
-    std::memcpy(shape->points, reader.points.data(), reader.points.size() * sizeof(float[3]));
+    for (int i = 0; i < shape->pointnumber; i++) {
+        std::copy_n(reader.points[std::size_t(i)].data(), 3, shape->points[i]);
+    }
 }
 
 // The marks are a set: sorted, each once, none outside the points.

@@ -24,19 +24,19 @@ struct ShapeDeleter {
 constexpr int norootfolder = -1; // the place of what stands at the top level
 
 struct FolderDraft {
-    std::string name;
-    int parent; // an earlier index in SceneDraft::folders, or norootfolder
+    std::string name; // without the slashes of its depth
+    int parent;       // an earlier index in SceneDraft::folders, or norootfolder
 };
 
 struct ShapeDraft {
-    std::string name;
-    int folder; // an index in SceneDraft::folders, or norootfolder
+    std::string name; // without its folders
+    int folder;       // an index in SceneDraft::folders, or norootfolder
     std::unique_ptr<Shape, ShapeDeleter> shape;
 };
 
 struct DroppedShape {
-    std::string path;
-    const char* reason; // a clause that follows "because"
+    std::string path;   // as the file has it
+    const char* reason; // a constant; a clause that follows "because"
 };
 
 struct SceneDraft {

@@ -30,7 +30,7 @@ struct FileSource {
 
 struct MemorySource {
     const char* next; // borrowed; the bytes that are left
-    const char* end;
+    const char* end;  // borrowed; where they end
 
     int Next()
     {
@@ -62,23 +62,25 @@ inline bool IsTokenCharacter(int c)
 // buffer stays as it was.
 template <class Source> int ReadTokenFrom(Source& source, char* buffer, int room)
 {
-    int c = source.Next();
+    Source bytes = source; // a copy that cannot be thought to change with the buffer: it is faster
+    int c = bytes.Next();
     while (c >= 0 && !IsTokenCharacter(c)) {
         if (c == '#') {
-            source.SkipLine();
+            bytes.SkipLine();
         }
-        c = source.Next();
-    }
-    if (c < 0) {
-        return 0;
+        c = bytes.Next();
     }
     int length = 0;
-    for (; IsTokenCharacter(c); c = source.Next()) {
-        if (length < room - 1) {
-            buffer[length++] = char(c);
-        }
+    for (; IsTokenCharacter(c) && length < room - 1; c = bytes.Next()) {
+        buffer[length++] = char(c);
     }
-    buffer[length] = 0;
+    while (IsTokenCharacter(c)) {
+        c = bytes.Next();
+    }
+    if (length > 0) {
+        buffer[length] = 0;
+    }
+    source = bytes;
     return length;
 }
 

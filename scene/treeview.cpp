@@ -1,6 +1,7 @@
 #include "scene/treeview.h"
 
 #include "scene/model.h"
+#include "scene/treeselection.h"
 
 #include <algorithm>
 #include <numeric>
@@ -91,18 +92,6 @@ int AppendTreeIter(int parent, int type, int shapeindex, char* name)
     return index;
 }
 
-int AddTreeIter(int parent, int type, char* name)
-{
-    const int index =
-        AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
-    TreeIter& folder = treeiters[parent];
-    const int place = GetSortedPlace(folder, treeiters[index]);
-    InsertAt(folder.children, folder.childnumber, place);
-    folder.children[place] = index;
-    InsertRow(index, place);
-    return index;
-}
-
 // Gives every folder the nodes whose parent it is, in sorted order.
 static void SortChildren()
 {
@@ -137,6 +126,31 @@ static void InsertRowsBelow(int root)
             }
         }
     }
+}
+
+void PutAtSortedPlace(int node, int parent)
+{
+    TreeIter& folder = treeiters[parent];
+    treeiters[node].parent = parent;
+    const int place = GetSortedPlace(folder, treeiters[node]);
+    InsertAt(folder.children, folder.childnumber, place);
+    folder.children[place] = node;
+}
+
+void ShowRowsOfNode(int node)
+{
+    const TreeIter& folder = treeiters[treeiters[node].parent];
+    const int* place = std::find(folder.children, folder.children + folder.childnumber, node);
+    InsertRow(node, int(place - folder.children));
+    InsertRowsBelow(node);
+}
+
+int AddTreeIter(int parent, int type, char* name)
+{
+    const int node = AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
+    PutAtSortedPlace(node, parent);
+    ShowRowsOfNode(node);
+    return node;
 }
 
 void SortAndShowTree()
@@ -185,6 +199,7 @@ Block<int[]> GetSelectedShapes(int* count)
 
 void ClearTree()
 {
+    BeginRowRemoval();
     gtk_tree_store_clear(store);
     for (int i = 1; i < treeiternumber; i++) {
         FreeArray(treeiters[i].children);
@@ -192,6 +207,7 @@ void ClearTree()
     }
     treeiternumber = 1;
     treeiters[0].childnumber = 0;
+    EndRowRemoval();
 }
 
 } // namespace korvane

@@ -56,6 +56,11 @@ int AddTreeIter(int parent, int type, char* name);
 int AppendTreeIter(int parent, int type, int shapeindex, char* name);
 void SortAndShowTree();
 
+// The two halves of AddTreeIter, for a node that exists: PutAtSortedPlace makes it a child of
+// `parent`, ShowRowsOfNode makes its row and those of everything below it.
+void PutAtSortedPlace(int node, int parent);
+void ShowRowsOfNode(int node);
+
 // The shapes that are selected in the tree, those of selected folders included, each once; with
 // none, all shapes of the scene. Sets `count`. The caller owns the indices.
 Block<int[]> GetSelectedShapes(int* count);

@@ -1,24 +1,289 @@
 #include "ui/input.h"
 
+#include "geometry/creation.h"
+#include "geometry/duplication.h"
+#include "scene/locate.h"
+#include "scene/model.h"
+#include "ui/dialogs.h"
+#include "ui/viewmenus.h"
+#include "view/cameraflight.h"
+#include "view/frameloop.h"
+#include "view/mainview.h"
+#include "view/navigation.h"
+#include "view/picking.h"
+#include "view/projection.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
 namespace korvane
 {
 
-int mstate = 0;
+int mstate = POINTER_IDLE;
+float buttonpressx = 0;
+float buttonpressy = 0;
+float buttonpressgx = 0;
+float buttonpressgy = 0;
+int presstime = 0;
+int buttonpresspointactive = -1;
+int buttonpressstripeactive = -1;
+int buttonpresssideactive = -1;
+int srshapenumber = -1;
+int srsidenumber = -1;
 char keyspace = 0;
+char toolsign = 0;
 
-GtkWidget* toolbutton_gradient = nullptr;
-GtkWidget* toolbutton_full = nullptr;
-GtkWidget* toolbutton_wire = nullptr;
-GtkWidget* sidemenu = nullptr;
-GtkWidget* menuborder = nullptr;
-GtkWidget* menuduplicate = nullptr;
-GtkWidget* pointmenu = nullptr;
-GtkWidget* menuvertex = nullptr;
-GtkWidget* menupointdel = nullptr;
-GtkWidget* stripemenu = nullptr;
-GtkWidget* menuedge = nullptr;
-GtkWidget* menustripedel = nullptr;
-GtkWidget* bgmenu = nullptr;
-GtkWidget* bgmenu2 = nullptr;
+static constexpr double dragdistance = 6.0; // pixels from the press at which a click becomes a drag
+static constexpr int dragticks = 32;        // and ticks after it
+static constexpr double smallstep = 0.001;  // view units: a drag step that is not worth taking
+enum Button : guint { LEFT = 1, MIDDLE = 2, RIGHT = 3 };
+
+void ForgetPressedElements()
+{
+    buttonpresspointactive = -1;
+    buttonpressstripeactive = -1;
+    buttonpresssideactive = -1;
+}
+
+// The place of activepointer in a list, when it is of the list's type; else -1.
+static int GetPressedIndex(const ActiveElement* list, int type)
+{
+    const bool hit = activepointer != nullptr && activepointer->type == type;
+    return hit ? int(activepointer - list) : -1;
+}
+
+static void RecordPressedElement()
+{
+    buttonpresspointactive = GetPressedIndex(activepoints, ELEMENT_POINT);
+    buttonpressstripeactive = GetPressedIndex(activestripes, ELEMENT_STRIPE);
+    buttonpresssideactive = GetPressedIndex(activesides, ELEMENT_SIDE);
+}
+
+int ButtonPress(GtkWidget*, GdkEventButton* event)
+{
+    if (event->type != GDK_BUTTON_PRESS) { // a double click comes as an extra press of its own type
+        return TRUE;
+    }
+    buttonpressx = float(event->x);
+    buttonpressy = float(event->y);
+    buttonpressgx = gmouse[0];
+    buttonpressgy = gmouse[1];
+    presstime = runtime;
+    if (mainview.action == TOOL_NONE) {
+        RecordPressedElement();
+    }
+    if (event->button == LEFT) {
+        mstate = LEFT_DOWN;
+    } else if (event->button == MIDDLE) {
+        mstate = MIDDLE_DOWN;
+    } else if (event->button == RIGHT) {
+        mstate = RIGHT_DOWN;
+    }
+    return TRUE;
+}
+
+static bool IsUnderConstruction()
+{
+    return newsign != 0 || duplicatesign != 0;
+}
+
+static void LeftPressed()
+{
+    if (IsUnderConstruction() && keyspace == 0) {
+        return;
+    }
+    if (activepointer == nullptr) {
+        return;
+    }
+    if (activepointer->type == ELEMENT_SIDE) {
+        JumpSurface();
+    } else if (activepointer->type == ELEMENT_CUBEFACE) {
+        CubeRotate();
+    }
+}
+
+static bool IsFarEnough(float startx, float starty)
+{
+    return std::hypot(gmouse[0] - startx, gmouse[1] - starty) > smallstep; // false for NaN
+}
+
+// At most one step is taken per drawn frame.
+static void LeftDraw(int phase)
+{
+    static float startx = 0; // where the present step began, during a drag
+    static float starty = 0;
+    if (phase == DRAG_FIRST) {
+        startx = buttonpressgx;
+        starty = buttonpressgy;
+    }
+    if (phase != DRAG_RELEASE && (!IsFarEnough(startx, starty) || rdstate != 0)) {
+        return;
+    }
+    if (mainview.action != TOOL_NONE) {
+        if (phase == DRAG_RELEASE) {
+            mainview.action = TOOL_NONE;
+            SetActives();
+        }
+    } else if (buttonpresspointactive < 0 && buttonpressstripeactive < 0) {
+        MouseRotate(startx, starty, mouse[0], mouse[1]);
+    }
+    rdstate |= redrawwanted;
+    startx = gmouse[0];
+    starty = gmouse[1];
+}
+
+static void MiddleDraw(int phase)
+{
+    static float startx = 0; // where the present step began, during a drag
+    static float starty = 0;
+    if (phase == DRAG_FIRST) {
+        startx = buttonpressgx;
+        starty = buttonpressgy;
+    }
+    if (!IsFarEnough(startx, starty)) {
+        return;
+    }
+    ChangePosition(startx, starty, 0, gmouse[0], gmouse[1], 0);
+    startx = gmouse[0];
+    starty = gmouse[1];
+}
+
+int ButtonRelease(GtkWidget*, GdkEventButton* event)
+{
+    if (mstate == POINTER_IDLE) {
+        return TRUE;
+    }
+    if (event->button == LEFT) {
+        if (mstate == LEFT_DOWN) {
+            LeftPressed();
+        } else {
+            LeftDraw(DRAG_RELEASE);
+        }
+        mstate = LEFT_RELEASED;
+    } else if (event->button == MIDDLE) {
+        mstate = MIDDLE_RELEASED;
+    } else if (event->button == RIGHT) {
+        if (mstate == RIGHT_DOWN) {
+            RightPressed(event);
+        }
+        mstate = RIGHT_RELEASED; // a right drag thus suppresses the menu
+    }
+    return TRUE;
+}
+
+static void SetMouse(double x, double y)
+{
+    const double shorter = 2.0 * std::min(width, height);
+    mouse[0] = float((2 * x - width) / shorter);
+    mouse[1] = float((height - 2 * y) / shorter);
+    mouse[2] = 0;
+}
+
+static void PrintPosition()
+{
+    const bool overpoint = activepointer != nullptr && activepointer->type == ELEMENT_POINT;
+    float place[1][3];
+    std::copy_n(overpoint ? activepointer->position : gmouse, 3, place[0]);
+    ReTransferPoints(&mainview, place, 1);
+    char text[160];
+    std::snprintf(text, sizeof text, " X: %8.4f\t Y: %8.4f\t Z: %8.4f", place[0][0], place[0][1],
+                  place[0][2]);
+    PrintStatusBar(text);
+}
+
+// Motion without a drag: a shape under construction follows the pointer.
+static void MouseMove()
+{
+    if (IsUnderConstruction()) {
+        rdstate |= redrawwanted;
+    }
+}
+
+// Turns a press into a drag when it has gone far or lasted long. False while it may still be a
+// click.
+static bool BecomesDrag(const GdkEventMotion* event)
+{
+    const double distance = std::hypot(event->x - buttonpressx, event->y - buttonpressy);
+    return distance > dragdistance || runtime - presstime > dragticks;
+}
+
+static void StepPointerState(const GdkEventMotion* event)
+{
+    switch (mstate) {
+    case LEFT_DOWN:
+        if (BecomesDrag(event)) {
+            mstate = LEFT_DRAG;
+            LeftDraw(DRAG_FIRST);
+        }
+        break;
+    case RIGHT_DOWN:
+        if (BecomesDrag(event)) {
+            mstate = RIGHT_DRAG;
+        }
+        break;
+    case MIDDLE_DOWN:
+        if (BecomesDrag(event)) {
+            mstate = MIDDLE_DRAG;
+            MiddleDraw(DRAG_FIRST);
+        }
+        break;
+    case LEFT_DRAG:
+        LeftDraw(DRAG_STEP);
+        break;
+    case MIDDLE_DRAG:
+        MiddleDraw(DRAG_STEP);
+        break;
+    case RIGHT_DRAG: // a right drag does nothing
+        break;
+    default:
+        MouseMove();
+    }
+}
+
+int MouseMov(GtkWidget*, GdkEventMotion* event)
+{
+    SetMouse(event->x, event->y);
+    SearchActive();
+    SetGradientMouse();
+    PrintPosition();
+    StepPointerState(event);
+    return FALSE;
+}
+
+int MouseScroll(GtkWidget*, GdkEventScroll* event)
+{
+    if (event->direction == GDK_SCROLL_UP || event->direction == GDK_SCROLL_DOWN) {
+        ChangeScale(event->direction == GDK_SCROLL_UP);
+    }
+    rdstate |= redrawwanted;
+    return TRUE;
+}
+
+// The side that a move tool works on, or the shape of what was pressed.
+static void FindMoveTarget()
+{
+    Location place = LocateSide(buttonpresssideactive);
+    srsidenumber = place.index;
+    if (place.shape < 0) {
+        place = LocateStripe(buttonpressstripeactive);
+    }
+    if (place.shape < 0) {
+        place = LocatePoint(buttonpresspointactive);
+    }
+    srshapenumber = place.shape;
+}
+
+void ActionType(GtkWidget*, void* tool)
+{
+    mainview.action = GPOINTER_TO_INT(tool);
+    SetActivesOff();
+    if (mainview.action == MOVE_SIDE || mainview.action == MOVE_SHAPE) {
+        FindMoveTarget();
+    }
+    PrintStatusBar(" Drag with the left button to move");
+}
 
 } // namespace korvane

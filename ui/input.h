@@ -1,32 +1,82 @@
-// Pointer and key state, and the widgets that the pointer and the keys work on; those are filled by
-// GetMainWindow and null before.
+// The pointer over the view and the keys of the window: a click is told from a drag, and what
+// happens depends on the button and on the element under the pointer. The widgets that the pointer
+// and the keys work on are filled by GetMainWindow and null before.
 #pragma once
 
 typedef struct _GtkWidget GtkWidget;
+typedef struct _GdkEventButton GdkEventButton;
+typedef struct _GdkEventMotion GdkEventMotion;
+typedef struct _GdkEventScroll GdkEventScroll;
+typedef struct _GdkEventKey GdkEventKey;
 
 namespace korvane
 {
 
-extern int mstate;    // the button state machine; 0 idle
-extern char keyspace; // 1 while the space bar is held
+// States of mstate: for each button, down but not yet a drag, released, and dragging.
+enum PointerState {
+    POINTER_IDLE = 0,
+    LEFT_DOWN = 1,
+    LEFT_RELEASED = 2,
+    LEFT_DRAG = 3,
+    RIGHT_DOWN = 4,
+    RIGHT_RELEASED = 5,
+    RIGHT_DRAG = 6,
+    MIDDLE_DOWN = 7,
+    MIDDLE_RELEASED = 8,
+    MIDDLE_DRAG = 9
+};
+
+// The transform tools that mainview.action can hold; 0 is none.
+enum Tool {
+    TOOL_NONE = 0,
+    MOVE_SIDE = 1,
+    ROTATE_SIDE = 2,
+    SCALE_SIDE = 3,
+    MOVE_SHAPE = 4,
+    ROTATE_SHAPE = 5,
+    SCALE_SHAPE = 6,
+    MOVE_SELECTED = 7,
+    ROTATE_SELECTED = 8,
+    SCALE_SELECTED = 9
+};
+
+// Steps of a drag.
+enum DragPhase { DRAG_RELEASE = -1, DRAG_STEP = 0, DRAG_FIRST = 1 };
+
+extern int mstate;         // a PointerState
+extern float buttonpressx; // where the last press was, in pixels of the window
+extern float buttonpressy;
+extern float buttonpressgx; // and in view coordinates, as placed by gmouse
+extern float buttonpressgy;
+extern int presstime;               // runtime at the last press
+extern int buttonpresspointactive;  // what was under the pointer then: an index into activepoints,
+extern int buttonpressstripeactive; // activestripes
+extern int buttonpresssideactive;   // or activesides; -1 for none
+extern int srshapenumber;           // the shape that a move tool works on, -1 for none
+extern int srsidenumber;            // and its side
+extern char keyspace;               // 1 while the space bar is held
+extern char toolsign; // 1 while a check item is set by the program, whose handler ignores it
 
 extern GtkWidget* toolbutton_gradient; // the buttons that keys press
 extern GtkWidget* toolbutton_full;
 extern GtkWidget* toolbutton_wire;
 
-extern GtkWidget* sidemenu; // popped up over a side
-extern GtkWidget* menuborder;
-extern GtkWidget* menuduplicate;
+// Handlers of the drawing area. Motion is passed on, the others are handled.
+int ButtonPress(GtkWidget* widget, GdkEventButton* event);
+int ButtonRelease(GtkWidget* widget, GdkEventButton* event);
+int MouseMov(GtkWidget* widget, GdkEventMotion* event);
+int MouseScroll(GtkWidget* widget, GdkEventScroll* event);
 
-extern GtkWidget* pointmenu; // popped up over a point
-extern GtkWidget* menuvertex;
-extern GtkWidget* menupointdel;
+// Handlers of the main window, connected swapped. Keys that are bound are handled, others passed
+// on.
+int KeyPress(void* data, GdkEventKey* event);
+int KeyRelease(void* data, GdkEventKey* event);
 
-extern GtkWidget* stripemenu; // popped up over a stripe
-extern GtkWidget* menuedge;
-extern GtkWidget* menustripedel;
+// Menu handler: takes up a transform tool, a Tool in the user data. A move waits for the next left
+// drag.
+void ActionType(GtkWidget* item, void* tool);
 
-extern GtkWidget* bgmenu;  // popped up over the empty background of an empty scene
-extern GtkWidget* bgmenu2; // and over that of any other
+// The elements under the last press are no longer those of the lists.
+void ForgetPressedElements();
 
 } // namespace korvane

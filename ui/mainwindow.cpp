@@ -1,7 +1,10 @@
 #include "ui/mainwindow.h"
 
+#include "scene/treehandlers.h"
+#include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "ui/dialogs.h"
+#include "ui/input.h"
 #include "ui/menus.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"
@@ -57,6 +60,8 @@ static GtkWidget* MakeTreePane()
 {
     MakeTree();
     treeview = gtk_tree_view_new_with_model(GTK_TREE_MODEL(store));
+    gtk_tree_view_set_headers_visible(GTK_TREE_VIEW(treeview), FALSE); // the column has no title
+    gtk_tree_view_set_reorderable(GTK_TREE_VIEW(treeview), TRUE);
     AddTreeColumn();
     gtk_tree_selection_set_mode(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)),
                                 GTK_SELECTION_MULTIPLE);
@@ -124,10 +129,25 @@ static void StartTimer(GtkWidget* area)
 
 static void ConnectSignals(GtkWidget* notebook, GtkWidget* area)
 {
+    g_signal_connect(treeview, "row-collapsed", G_CALLBACK(TreeCollapsed), nullptr);
+    g_signal_connect(treeview, "row-expanded", G_CALLBACK(TreeExpanded), nullptr);
+    g_signal_connect(treeview, "row-activated", G_CALLBACK(TreeActivated), nullptr);
+    g_signal_connect(treeview, "button_release_event", G_CALLBACK(TreeButtonRelease), nullptr);
+    g_signal_connect(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)), "changed",
+                     G_CALLBACK(TreeSelectedChange), nullptr);
+    g_signal_connect(store, "row-deleted", G_CALLBACK(TreeDeleted), nullptr);
+    g_signal_connect(store, "row-inserted", G_CALLBACK(TreeInserted), nullptr);
+    g_signal_connect(store, "row-has-child-toggled", G_CALLBACK(TreeRowHasChild), nullptr);
     g_signal_connect(notebook, "switch-page", G_CALLBACK(ChangeMenuTab), nullptr);
     g_signal_connect_after(area, "realize", G_CALLBACK(InitGl), nullptr);
     g_signal_connect(area, "configure_event", G_CALLBACK(ConfigGl), nullptr);
     g_signal_connect(area, "expose_event", G_CALLBACK(ReDraw), nullptr);
+    g_signal_connect(area, "motion_notify_event", G_CALLBACK(MouseMov), nullptr);
+    g_signal_connect(area, "scroll-event", G_CALLBACK(MouseScroll), nullptr);
+    g_signal_connect(area, "button_press_event", G_CALLBACK(ButtonPress), nullptr);
+    g_signal_connect(area, "button_release_event", G_CALLBACK(ButtonRelease), nullptr);
+    g_signal_connect_swapped(mainwindow, "key_press_event", G_CALLBACK(KeyPress), nullptr);
+    g_signal_connect_swapped(mainwindow, "key_release_event", G_CALLBACK(KeyRelease), nullptr);
     g_signal_connect(mainwindow, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
 }
 

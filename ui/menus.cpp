@@ -4,6 +4,7 @@
 #include "scene/treeview.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
+#include "ui/viewmenus.h"
 
 #include <gtk/gtk.h>
 
@@ -16,12 +17,12 @@ enum ItemKind { ITEM_IMAGE, ITEM_CHECK, ITEM_SEPARATOR };
 
 struct ItemRow {
     ItemKind kind;
-    const char* label = nullptr;
-    const char* icon = nullptr;
+    const char* label = nullptr; // a constant, with mnemonic; null: a separator
+    const char* icon = nullptr;  // a constant, for MakeIconImage; null: a check item
     GCallback handler =
         nullptr;             // of "activate", or "toggled" for a check item; null: no command yet
-    gpointer data = nullptr; // handed to the handler: a number or a widget
-    GtkWidget** global = nullptr; // where other modules find the item
+    gpointer data = nullptr; // borrowed; handed to the handler: a number or a widget
+    GtkWidget** global = nullptr; // borrowed; where other modules find the item
 };
 
 // Deliberate: the underscore. No stock picture is called so, and the toolkit shows its

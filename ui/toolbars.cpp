@@ -1,11 +1,15 @@
 #include "ui/toolbars.h"
 
 #include "geometry/creation.h"
+#include "scene/objexport.h"
 #include "scene/scenefile.h"
 #include "scene/undo.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
+#include "ui/viewtoggles.h"
+#include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/selectedfit.h"
 
 #include <gtk/gtk.h>
 
@@ -30,12 +34,12 @@ enum ButtonKind {
 
 struct ButtonRow {
     ButtonKind kind;
-    const char* icon = nullptr;
-    const char* tooltip = nullptr;
+    const char* icon = nullptr;    // a constant, for MakeIconImage
+    const char* tooltip = nullptr; // a constant
     GCallback handler =
         nullptr;  // of "clicked" for a plain button, else of "toggled"; null: no command yet
     int data = 0; // handed to the handler
-    GtkWidget** global = nullptr; // where other modules find the button
+    GtkWidget** global = nullptr; // borrowed; where other modules find the button
 };
 
 static const ButtonRow filebuttons[] = {
@@ -45,7 +49,7 @@ static const ButtonRow filebuttons[] = {
     {BUTTON_PLAIN, "gtk-save-as", "Save as...", G_CALLBACK(SaveAs)},
     {BUTTON_SEPARATOR},
     {BUTTON_PLAIN, "image2.png", "Create image..."},
-    {BUTTON_PLAIN, "gtk-convert", "Export selected wavefront obj format..."},
+    {BUTTON_PLAIN, "gtk-convert", "Export selected wavefront obj format...", G_CALLBACK(SaveObj)},
 };
 
 static const ButtonRow editbuttons[] = {
@@ -57,25 +61,26 @@ static const ButtonRow editbuttons[] = {
 };
 
 static const ButtonRow viewbuttons[] = {
-    {BUTTON_FIRSTRADIO, "cube.png", "Background cube", nullptr, BACKGROUND_CUBE},
-    {BUTTON_RADIO, "plane.png", "Background plane", nullptr, BACKGROUND_PLANE},
-    {BUTTON_RADIO, "empty.png", "Background empty", nullptr, BACKGROUND_NONE},
+    {BUTTON_FIRSTRADIO, "cube.png", "Background cube", G_CALLBACK(BgShape), BACKGROUND_CUBE},
+    {BUTTON_RADIO, "plane.png", "Background plane", G_CALLBACK(BgShape), BACKGROUND_PLANE},
+    {BUTTON_RADIO, "empty.png", "Background empty", G_CALLBACK(BgShape), BACKGROUND_NONE},
     {BUTTON_SEPARATOR},
-    {BUTTON_TOGGLE, "gradient.png", "Gradient", nullptr, 0, &toolbutton_gradient},
-    {BUTTON_TOGGLE, "image.png", "Background image..."},
-    {BUTTON_PRESSED, "smallcube.png", "Show small cube"},
-    {BUTTON_TOGGLE, "centerlines.png", "Show centerlines"},
+    {BUTTON_TOGGLE, "gradient.png", "Gradient", G_CALLBACK(Gradient), 0, &toolbutton_gradient},
+    {BUTTON_TOGGLE, "image.png", "Background image...", G_CALLBACK(ImageBg)},
+    {BUTTON_PRESSED, "smallcube.png", "Show small cube", G_CALLBACK(SmallCube)},
+    {BUTTON_TOGGLE, "centerlines.png", "Show centerlines", G_CALLBACK(CenterLines)},
     {BUTTON_SEPARATOR},
-    {BUTTON_FIRSTRADIO, "shapeandwire.png", "Show shape and wire", nullptr, SHAPE_BOTH,
-     &toolbutton_full},
-    {BUTTON_RADIO, "shape.png", "Show only shape", nullptr, SHAPE_SIDES},
-    {BUTTON_RADIO, "wire.png", "Show only wire", nullptr, SHAPE_LINES, &toolbutton_wire},
+    {BUTTON_FIRSTRADIO, "shapeandwire.png", "Show shape and wire", G_CALLBACK(ShowShape),
+     SHAPE_BOTH, &toolbutton_full},
+    {BUTTON_RADIO, "shape.png", "Show only shape", G_CALLBACK(ShowShape), SHAPE_SIDES},
+    {BUTTON_RADIO, "wire.png", "Show only wire", G_CALLBACK(ShowShape), SHAPE_LINES,
+     &toolbutton_wire},
     {BUTTON_SEPARATOR},
-    {BUTTON_PRESSED, "selected.png", "Show only selected shape"},
-    {BUTTON_TOGGLE, "perspective.png", "Perspective"},
+    {BUTTON_PRESSED, "selected.png", "Show only selected shape", G_CALLBACK(OnlySelected)},
+    {BUTTON_TOGGLE, "perspective.png", "Perspective", G_CALLBACK(Perspective)},
     {BUTTON_SEPARATOR},
-    {BUTTON_PLAIN, "zoomfit.png", "Zoom fit"},
-    {BUTTON_PLAIN, "startposition.png", "Set start position"},
+    {BUTTON_PLAIN, "zoomfit.png", "Zoom fit", G_CALLBACK(ZoomFit)},
+    {BUTTON_PLAIN, "startposition.png", "Set start position", G_CALLBACK(SetStart)},
 };
 
 static GtkToolItem* MakeItemOfKind(ButtonKind kind, GtkToolItem* before)

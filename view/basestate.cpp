@@ -13,7 +13,7 @@ namespace korvane
 struct Capability {
     GLenum name;
     bool on;
-    const char* fault;
+    const char* fault; // a constant
 };
 
 static constexpr Capability capabilities[] = {

@@ -2,11 +2,13 @@
 
 #include "geometry/shapegeometry.h"
 #include "scene/model.h"
+#include "view/directions.h"
 #include "view/mainview.h"
 #include "view/picking.h"
+#include "view/rotation.h"
+#include "view/shownshapes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -16,18 +18,11 @@ namespace korvane
 CameraFrame camtable[cameraframes];
 int camposition = cameraframes; // idle: no flight plays at the start
 
-using Direction = std::array<float, 3>;
-
 static constexpr Direction rightward = {1, 0, 0};
 static constexpr Direction upward = {0, 1, 0};
 static constexpr Direction toviewer = {0, 0, 1};
 
-// A way along a great circle, cut into equal pieces.
-static constexpr int arcend = 256; // index of the last sample
-using Arc = std::array<Direction, arcend + 1>;
-
-static constexpr double opposite = 1e-6;    // square of the distance to the opposite direction
-static constexpr double exactness = 0.0001; // components nearer to 0, 1 or -1 end exactly there
+static constexpr double exactness = 0.0001; // components nearer to 0, 1 or -1 end there
 
 // One wall of the background cube, seen from inside: the direction into the room, and the
 // directions that may stand up when the wall faces the viewer. The order is that of activebgcube.
@@ -44,73 +39,21 @@ static constexpr Wall walls[6] = {
     {{1, 0, 0}, {{0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, -1}}},
     {{-1, 0, 0}, {{0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, -1}}},
 };
-static constexpr double wallangle =
-    0.001; // radians within which a wall counts as facing and upright
+static constexpr double wallangle = 0.001; // radians; a wall nearer to facing or upright is so
 
-static constexpr double fitradius = 0.6; // the radius to which what is fitted comes on the screen
-static constexpr double surfacelift =
-    1.0 / 80; // how far above a clicked surface the view's centre lies
+static constexpr double fitradius = 0.6;        // of what is fitted, on the screen
+static constexpr double surfacelift = 1.0 / 80; // of the view's centre above a clicked surface
 
-// Makes the vector one unit long. False, and the vector is as it was, when it has no direction.
-static bool Normalise(float* v)
-{
-    const double x = double(v[0]);
-    const double y = double(v[1]);
-    const double z = double(v[2]);
-    const double length = std::hypot(x, y, z);
-    if (!(length > 0) || !std::isfinite(length)) {
-        return false;
-    }
-    v[0] = float(x / length);
-    v[1] = float(y / length);
-    v[2] = float(z / length);
-    return true;
-}
-
-// A given direction at unit length; `otherwise` when none is given, or one that points nowhere (a
-// triangle without area has such a normal).
+// A given direction at unit length, or `otherwise` when none is given. One that points nowhere (a
+// triangle without area has such a normal) stays as it is and turns nothing.
 static Direction GetDirection(const float* given, const Direction& otherwise)
 {
-    Direction direction = otherwise;
-    if (given != nullptr) {
-        std::copy_n(given, 3, direction.data());
-        if (!Normalise(direction.data())) {
-            return otherwise;
-        }
+    if (given == nullptr) {
+        return otherwise;
     }
+    Direction direction = {given[0], given[1], given[2]};
+    Normalise(direction.data());
     return direction;
-}
-
-static bool AreOpposite(const Direction& a, const Direction& b)
-{
-    const double x = double(a[0]) + double(b[0]);
-    const double y = double(a[1]) + double(b[1]);
-    const double z = double(a[2]) + double(b[2]);
-    return x * x + y * y + z * z <= opposite;
-}
-
-static Direction GetHalfway(const Direction& a, const Direction& b)
-{
-    Direction middle = {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
-    Normalise(middle.data());
-    return middle;
-}
-
-// Samples the shorter way between two directions by halving it again and again. Between opposite
-// directions every way is as short: it goes through `detour`.
-static Arc SampleArc(const Direction& from, const Direction& to, const Direction& detour)
-{
-    Arc arc;
-    arc.front() = from;
-    arc.back() = to;
-    for (std::size_t step = arcend / 2; step > 0; step /= 2) {
-        for (std::size_t i = step; i < arcend; i += 2 * step) {
-            const Direction& before = arc[i - step];
-            const Direction& after = arc[i + step];
-            arc[i] = AreOpposite(before, after) ? detour : GetHalfway(before, after);
-        }
-    }
-    return arc;
 }
 
 // Where a direction that points away from the viewer passes on its way to him: along the axis
@@ -120,26 +63,18 @@ static Direction GetTiltDetour(const Direction& facing)
     return std::fabs(facing[1]) > std::fabs(facing[0]) ? rightward : upward;
 }
 
+static float GetMinor(const Direction& a, const Direction& b, std::size_t i, std::size_t k)
+{
+    return float(double(a[i]) * double(b[k]) - double(a[k]) * double(b[i]));
+}
+
 // Where an `up` that points down passes on its way: aside, so that the view rolls.
 static Direction GetRollDetour(const Direction& facing, const Direction& up)
 {
-    Direction aside = {facing[1] * up[2] - facing[2] * up[1], facing[2] * up[0] - facing[0] * up[2],
-                       facing[0] * up[1] - facing[1] * up[0]};
+    Direction aside = {GetMinor(facing, up, 1, 2), GetMinor(facing, up, 2, 0),
+                       GetMinor(facing, up, 0, 1)};
     Normalise(aside.data());
     return aside;
-}
-
-// Turns the columns as the arc goes from one of its samples to another. The turn passes through the
-// middle sample: the ends of half a turn alone would not tell its axis.
-static void TurnAlong(float columns[][3], const Arc& arc, int first, int last)
-{
-    constexpr int middle = arcend / 2;
-    if ((first < middle && middle < last) || (last < middle && middle < first)) {
-        TurnAlong(columns, arc, first, middle);
-        TurnAlong(columns, arc, middle, last);
-        return;
-    }
-    VectorRotateExact(columns, arc[std::size_t(first)].data(), arc[std::size_t(last)].data());
 }
 
 // The screen direction that has to stand at `up` now for the whole tilt to bring it upright.
@@ -162,12 +97,14 @@ static int GetArcIndex(int frame)
     return frame == cameraframes ? arcend : int(GetProgress(frame) * arcrate);
 }
 
+// A flight onto an axis ends exactly on it.
 static void SnapComponents(float* rotation)
 {
     for (int i = 0; i < 9; i++) {
-        const float target = std::round(rotation[i]);
-        if (std::fabs(double(rotation[i]) - double(target)) < exactness) {
-            rotation[i] = target;
+        for (const float target : {0.0F, 1.0F, -1.0F}) {
+            if (std::fabs(double(rotation[i]) - double(target)) < exactness) {
+                rotation[i] = target;
+            }
         }
     }
 }
@@ -281,7 +218,7 @@ void CubeRotate()
 
 // The drawn copy of the side whose record is given, as its shape and its index there.
 struct DrawnSide {
-    const Shape* copy;
+    const Shape* copy; // borrowed
     int side;
 };
 
@@ -293,7 +230,7 @@ static DrawnSide FindDrawnSide(const ActiveElement* record)
         side -= shapes[i]->sidenumber;
         i++;
     }
-    return {showtable[i] == SHOW_PLAIN ? shapest[i] : round1t[i], side};
+    return {GetDrawnCopy(i), side};
 }
 
 // The triangle of a side that is nearest to the viewer under the pointer, -1 when there is none;
@@ -325,6 +262,8 @@ void JumpSurface()
         return;
     }
     const float* normal = drawn.copy->trianglenormals[triangle];
+    // Deliberate: by the scale, although the lift is measured on the screen, where it shrinks so
+    // as the view is zoomed in.
     const double lift = surfacelift / double(mainview.scale);
     for (int i = 0; i < 3; i++) {
         target[0][i] = float(double(target[0][i]) + double(normal[i]) * lift);
@@ -353,8 +292,9 @@ void FitShapes(const int* indices, int count)
         }
     }
     const float center[3] = {float(sum[0] / count), float(sum[1] / count), float(sum[2] / count)};
-    const double size = radius + distance;
-    ChangeCamera(nullptr, nullptr, center, size > 0 ? float(fitradius / size) : mainview.scale);
+    const double size = radius + distance; // 0 for a single spot, which fits at every scale
+    const double scale = size > 0 ? fitradius / size : double(mainview.scale);
+    ChangeCamera(nullptr, nullptr, center, float(std::min(scale, double(greatestscale))));
 }
 
 } // namespace korvane

@@ -14,9 +14,10 @@ struct CameraFrame {
 
 constexpr int cameraframes = 16;
 
-extern CameraFrame
-    camtable[cameraframes]; // the frames of the current flight; written by ChangeCamera
-extern int camposition;     // the next frame to play; cameraframes when idle
+// The frames of the current flight, written by ChangeCamera, and the next of them to play:
+// cameraframes when idle.
+extern CameraFrame camtable[cameraframes];
+extern int camposition;
 
 // Prepares a flight that turns the screen direction `dir` to face the viewer and the screen
 // direction `up` to point up; null for either leaves it out, and without both the view does not

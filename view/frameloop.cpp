@@ -1,9 +1,11 @@
 #include "view/frameloop.h"
 
 #include "scene/model.h"
+#include "view/background.h"
 #include "view/basestate.h"
 #include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/overlays.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 
@@ -23,8 +25,10 @@ int32_t runtime = 0;
 static void DrawFrame()
 {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    BgDrawBefore(&mainview);
     SceneDraw(&mainview);
     AssertBaseState("SceneDraw");
+    BgDrawAfter(&mainview);
 }
 
 int ReDraw(GtkWidget* widget, GdkEventExpose* /*event*/)
@@ -107,12 +111,6 @@ static bool StepSelected()
     return changed;
 }
 
-static void ProjectAgain()
-{
-    TransferAllShape();
-    ChangeActives();
-}
-
 void PlayCamera()
 {
     if (camposition == cameraframes) {
@@ -124,7 +122,7 @@ void PlayCamera()
     std::copy_n(frame.center, std::size(frame.center), mainview.center);
     mainview.scale = frame.scale;
     camposition++;
-    ProjectAgain();
+    RefreshView();
     rdstate |= redrawwanted;
 }
 
@@ -143,10 +141,10 @@ int TimeLoop(void* area)
     changed |= StepShapeDisplay();
     bool projectionchanged = StepToggle(mainview.perspective);
     changed |= StepAllHovers();
-    projectionchanged |=
-        StepSelected(); // a shape is left out of the projection while its byte is 0
+    // A shape is left out of the projection while its byte is 0.
+    projectionchanged |= StepSelected();
     if (projectionchanged) {
-        ProjectAgain();
+        RefreshView();
     }
     if (changed || projectionchanged) {
         rdstate |= redrawwanted;

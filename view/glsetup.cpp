@@ -3,7 +3,6 @@
 #include "ui/dialogs.h"
 #include "view/basestate.h"
 #include "view/mainview.h"
-#include "view/picking.h"
 #include "view/textures.h"
 
 #include <GL/glew.h>
@@ -54,8 +53,8 @@ static void SetClearing()
     glClearDepth(1.0);
 }
 
-// Deliberate: the alpha of a frame is the sum of squares that the second pair gives; nothing shows
-// it.
+// Colours blend as usual; the squares of the alphas add up apart. Without OpenGL 1.4 both blend
+// alike.
 static void SetBlending()
 {
     if (GLEW_VERSION_1_4) {
@@ -141,8 +140,7 @@ int ConfigGl(GtkWidget* widget, GdkEventConfigure* /*event*/)
         SetViewProjection();
         gdk_gl_drawable_gl_end(drawable);
     }
-    TransferAllShape(); // what is culled and what can be picked depend on the view's shape
-    ChangeActives();
+    RefreshView(); // what is culled and what can be picked depend on the view's shape
     gdk_window_set_cursor(gtk_widget_get_window(widget), GetCrosshair());
     return TRUE;
 }

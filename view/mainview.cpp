@@ -60,8 +60,7 @@ void SetPerspective(float points[][3], int32_t n, int8_t level)
         return;
     }
     ApplyPerspective(points, n, level);
-    TransferAllShape();
-    ChangeActives();
+    RefreshView();
 }
 
 void GetHalfView(float* halfwidth, float* halfheight)
@@ -128,6 +127,12 @@ void TransferOneShape(int32_t shapeindex)
     if (size > roundedsize || exporting) {
         TransferShape(round1[i], round1t[i]);
     }
+}
+
+void RefreshView()
+{
+    TransferAllShape();
+    ChangeActives();
 }
 
 void TransferAllShape()

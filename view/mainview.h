@@ -1,7 +1,7 @@
 // The camera, and the way of points between the world and the screen. View coordinates: the shorter
 // side of the drawing area spans -0.5 to 0.5 and the longer proportionally more, depth runs from -1
 // to 1 and grows towards the viewer. The projected copies of the shapes are always computed anew,
-// never updated: whoever changes center, rotation, scale or perspective calls TransferAllShape.
+// never updated: whoever changes center, rotation, scale or perspective calls RefreshView.
 #pragma once
 
 #include "view/projection.h"
@@ -68,6 +68,9 @@ void SetPerspective(float points[][3], int32_t n, int8_t level);
 // Half the width and half the height of the view, in view coordinates; a square while the drawing
 // area has no size yet.
 void GetHalfView(float* halfwidth, float* halfheight);
+
+// For whoever has changed the camera: projects every shape, then finds out what can be picked.
+void RefreshView();
 
 // Projects every shape for the current camera, then finds the element under the pointer again.
 // Reads shapes, round1, selected, mainview, cisign; writes shapest, round1t, showtable.

@@ -60,6 +60,17 @@ void DrawDuplaTicks(const float* center, double size, unsigned char fade)
     }
 }
 
+OutlineOffset GetOutlineOffset(float x1, float y1, float x2, float y2, float linewidth)
+{
+    const double dx = double(y2) - y1; // across the line
+    const double dy = double(x1) - x2;
+    const double length = std::hypot(dx, dy) * std::min(width, height) * 8 / (5.0 * linewidth);
+    if (!(length > 0)) {
+        return {0, 0};
+    }
+    return {float(dx / length), float(dy / length)};
+}
+
 //   p1 + o ---------- p2 + o
 //     |   p1 ----- p2   |       the outline is 5/4 of the line's width across
 //   p1 - o ---------- p2 - o
@@ -68,27 +79,20 @@ void DuplaLineDraw(float x1, float y1, float z1, float x2, float y2, float z2, f
 {
     const float start[3] = {x1, y1, z1};
     const float end[3] = {x2, y2, z2};
+    const OutlineOffset o = GetOutlineOffset(x1, y1, x2, y2, linewidth);
+    const float corners[4][3] = {{x1 + o.x, y1 + o.y, z1},
+                                 {x2 + o.x, y2 + o.y, z2},
+                                 {x2 - o.x, y2 - o.y, z2},
+                                 {x1 - o.x, y1 - o.y, z1}};
     Batch batch;
     AddLine(batch, start, end, 0, {r, g, b, alpha1});
     glLineWidth(linewidth);
     DrawBatch(GL_LINES, batch);
-    const double dx = double(y2) - y1;
-    const double dy = double(x1) - x2;
-    const double scale = std::hypot(dx, dy) * std::min(width, height) * 8 / (5.0 * linewidth);
-    if (scale > 0) { // a line along the depth axis has no direction in which to move its outline
-        const float ox = float(dx / scale);
-        const float oy = float(dy / scale);
-        const Rgba complement = {1 - r, 1 - g, 1 - b, alpha2};
-        const float corners[4][3] = {{x1 + ox, y1 + oy, z1},
-                                     {x2 + ox, y2 + oy, z2},
-                                     {x2 - ox, y2 - oy, z2},
-                                     {x1 - ox, y1 - oy, z1}};
-        for (const float* corner : corners) {
-            AddCorner(batch, corner, 0, complement);
-        }
-        glLineWidth(linewidth / 4);
-        DrawBatch(GL_LINE_LOOP, batch);
+    for (const float* corner : corners) {
+        AddCorner(batch, corner, 0, {1 - r, 1 - g, 1 - b, alpha2});
     }
+    glLineWidth(linewidth / 4);
+    DrawBatch(GL_LINE_LOOP, batch);
     glLineWidth(1);
     AssertBaseState("DuplaLineDraw");
 }

@@ -27,6 +27,13 @@ Ticks GetTicks(const float* center, double size);
 // Draws the ticks of a hovered marker as white lines with a black outline.
 void DrawDuplaTicks(const float* center, double size, unsigned char fade);
 
+// How far the outline of such a line lies beside it, to one side; the other side has the opposite.
+// Zero for a line without length on the screen.
+struct OutlineOffset {
+    float x, y;
+};
+OutlineOffset GetOutlineOffset(float x1, float y1, float x2, float y2, float linewidth);
+
 // Draws a line with an outline in the complementary colour, which keeps it visible on any
 // background.
 void DuplaLineDraw(float x1, float y1, float z1, float x2, float y2, float z2, float linewidth,

@@ -1,8 +1,10 @@
 #include "view/navigation.h"
 
+#include "view/directions.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
+#include "view/rotation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,12 +22,6 @@ static constexpr double gradientrate = 60; // steps of the grid in the shorter s
 static constexpr float axisdirections[6][3] = {{1, 0, 0},  {0, 1, 0},  {0, 0, 1},
                                                {-1, 0, 0}, {0, -1, 0}, {0, 0, -1}};
 
-static void RefreshView()
-{
-    TransferAllShape();
-    ChangeActives();
-}
-
 // Where a position touches the ball: a sphere whose outline is as wide as the view. A position
 // beside the ball touches the nearest point of that outline.
 static void GetBallPoint(double x, double y, float point[3])
@@ -36,8 +32,8 @@ static void GetBallPoint(double x, double y, float point[3])
     if (r <= 1) {
         point[0] = float(u);
         point[1] = float(v);
-        point[2] =
-            float(std::sqrt(std::max(0.0, 1 - u * u - v * v))); // rounding may leave less than 0
+        const double square = std::max(0.0, 1 - u * u - v * v); // rounding may leave less than 0
+        point[2] = float(std::sqrt(square));
     } else {
         point[0] = float(u / r);
         point[1] = float(v / r);
@@ -62,6 +58,7 @@ static void SnapColumn(float columns[][3], int column, int axis)
     }
 }
 
+// A column that has snapped is exactly on its axis; so is the third when two have.
 static void SnapToAxes(float columns[][3])
 {
     for (int column = 0; column < 3; column++) {
@@ -70,6 +67,9 @@ static void SnapToAxes(float columns[][3])
                 SnapColumn(columns, column, axis);
             }
         }
+    }
+    for (int column = 0; column < 3; column++) {
+        Normalise(columns[column]);
     }
 }
 
@@ -86,8 +86,8 @@ void MouseRotate(float x1, float y1, float x2, float y2)
     std::copy_n(mainview.freerotation, 9, columns[0]);
     VectorRotate(columns, from, to);
     std::copy_n(columns[0], 9, mainview.freerotation);
-    SnapToAxes(
-        columns); // Deliberate: freerotation is not snapped, so that dragging on leaves the axis
+    // Deliberate: freerotation is not snapped, so that dragging on leaves the axis smoothly.
+    SnapToAxes(columns);
     std::copy_n(columns[0], 9, mainview.rotation);
     RefreshView();
 }

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace korvane
@@ -24,8 +26,8 @@ int activesidenumber = 0;
 ActiveElement activebgcube[6] = {};
 ActiveElement* activepointer = nullptr;
 float cubepoints[24][3] = {};
-float mouse[3] = {};
-float gmouse[3] = {};
+float mouse[3] = {10, 10, 0}; // outside the view until the pointer has come in
+float gmouse[3] = {10, 10, 0};
 
 // A point or stripe nearer to the viewer than this lies behind the eye of the full perspective.
 static constexpr float eyedepth = 1.5F;
@@ -37,13 +39,18 @@ struct RecordRun {
     ScreenBoxes boxes;
 };
 
-// One run per shape, from one SetActives to the next.
-static std::vector<RecordRun> runs;
-static int shapepoints = 0; // records of activepoints that belong to shapes
+// From one SetActives to the next.
+static std::vector<RecordRun> runs; // one per shape
+static int shapepoints = 0;         // records of activepoints that belong to shapes
+
 // The place in its array of the record that was hovered last, whether it still is or not.
 static int hoveredpoint = 0;
 static int hoveredstripe = 0;
 static int hoveredside = 0;
+
+// The elements of one shape that have to be tested; kept from one search to the next for its
+// memory.
+static std::vector<int> found;
 
 static bool IsConstructing()
 {
@@ -67,7 +74,7 @@ static bool HasRecords(int i)
            run.stripenumber == shapest[i]->stripenumber && run.sidenumber == shapest[i]->sidenumber;
 }
 
-// The records of a construction that stand behind the shapes' points.
+// How many records of a construction stand at the end of activepoints.
 static int GetConstructionRecords()
 {
     return std::clamp(activepointnumber - shapepoints, 0, centernumber + newpointnumber);
@@ -87,7 +94,7 @@ static RecordRun SetRuns()
         run.pointnumber = shape->pointnumber;
         run.stripenumber = shape->stripenumber;
         run.sidenumber = shape->sidenumber;
-        run.boxes.current = false;
+        run.boxes.hasgroups = false;
         next.firstpoint += shape->pointnumber;
         next.firststripe += shape->stripenumber;
         next.firstside += shape->sidenumber;
@@ -118,12 +125,26 @@ static void SetRecordsOfShape(int i)
     }
 }
 
+// The elements under the last press are named by index: the index means nothing in lists of another
+// length.
+static void ForgetPressedUnlessLike(const RecordRun& total)
+{
+    if (total.firstpoint != shapepoints || total.firststripe != activestripenumber ||
+        total.firstside != activesidenumber) {
+        ForgetPressedElements();
+    }
+}
+
 void SetActives()
 {
     const int construction = GetConstructionRecords();
     const RecordRun total = SetRuns();
+    ForgetPressedUnlessLike(total);
     ActiveElement* points = NewArray<ActiveElement>(total.firstpoint + construction);
-    std::copy_n(activepoints + shapepoints, construction, points + total.firstpoint);
+    for (int k = 0; k < construction; k++) {
+        points[total.firstpoint + k] = activepoints[activepointnumber - construction + k];
+        points[total.firstpoint + k].hover = 0; // until SearchActive finds it again
+    }
     FreeArray(activepoints);
     FreeArray(activestripes);
     FreeArray(activesides);
@@ -172,7 +193,7 @@ void SetActivesOff()
 void ForgetScreenBoxes(int shapeindex)
 {
     if (shapeindex < int(runs.size())) {
-        runs[std::size_t(shapeindex)].boxes.current = false;
+        runs[std::size_t(shapeindex)].boxes.hasboxes = false;
     }
 }
 
@@ -186,8 +207,9 @@ static int GetPointIndex(const ActiveElement* point, const Shape* shape)
 {
     const float* place = GetPointOfElement(point);
     const float* first = shape->points[0];
+    const float* end = first + 3 * std::ptrdiff_t(shape->pointnumber);
     const std::less<const float*> before; // a total order even of pointers into different arrays
-    if (before(place, first) || !before(place, first + 3 * shape->pointnumber)) {
+    if (before(place, first) || !before(place, end)) {
         return -1;
     }
     return int((place - first) / 3);
@@ -232,7 +254,7 @@ static void SearchCubeFaces(ActiveElement*& candidate)
         return;
     }
     for (int face = 0; face < 6; face++) {
-        const float(*corners)[3] = cubepoints + 4 * face;
+        const float(*corners)[3] = &cubepoints[std::ptrdiff_t(4) * face];
         float place[3] = {mouse[0], mouse[1], 0};
         if (activebgcube[face].active != 0 &&
             (InTheCorners2dSetZ(place, corners[0], corners[1], corners[2]) ||
@@ -243,6 +265,8 @@ static void SearchCubeFaces(ActiveElement*& candidate)
     }
 }
 
+// This and the next two point the record at its element again: the shape may have been copied anew
+// since the records were made.
 static void TryPoint(ActiveElement*& candidate, ActiveElement* record, float* point)
 {
     record->element = point;
@@ -321,33 +345,34 @@ static void SearchShape(ActiveElement*& candidate, int i)
 {
     Shape* shape = shapest[i];
     RecordRun& run = runs[std::size_t(i)];
-    if (!run.boxes.current) {
-        SetScreenBoxes(run.boxes, shape);
-    }
+    UpdateScreenBoxes(run.boxes, shape);
     if (mainview.linesfade != 0 && (selected[i] & selectedintree) != 0) {
-        VisitBoxesAt(run.boxes.points, mouse, [&](int k) {
+        FindElementsAt(run.boxes.points, shape, mouse, found);
+        for (const int k : found) {
             TryPoint(candidate, &activepoints[run.firstpoint + k], shape->points[k]);
-        });
-        VisitBoxesAt(run.boxes.stripes, mouse, [&](int k) {
+        }
+        FindElementsAt(run.boxes.stripes, shape, mouse, found);
+        for (const int k : found) {
             TryStripe(candidate, &activestripes[run.firststripe + k], &shape->stripes[k]);
-        });
+        }
     }
     if (mainview.sidesfade != 0) {
         const bool reached = ReachesSides(i);
-        VisitBoxesAt(run.boxes.sides, mouse, [&](int k) {
+        FindElementsAt(run.boxes.sides, shape, mouse, found);
+        for (const int k : found) {
             ActiveElement* record = &activesides[run.firstside + k];
             if (reached || record->active != 0) {
                 TrySide(candidate, record, &shape->sides[k]);
             }
-        });
+        }
     }
 }
 
 // Deliberate: the points of a construction win over everything, the last one over the others.
 static void SearchConstruction(ActiveElement*& candidate)
 {
-    const int end = shapepoints + GetConstructionRecords();
-    for (int k = shapepoints; k < end; k++) {
+    const int first = activepointnumber - GetConstructionRecords();
+    for (int k = first; k < activepointnumber; k++) {
         ActiveElement* record = &activepoints[k];
         if (record->active != 0 && PointNear2d(mouse, GetPointOfElement(record))) {
             TakeCandidate(candidate, record, GetPointOfElement(record));

@@ -25,13 +25,14 @@ struct ActiveElement {
     void* element;          // borrowed; a point's float triple, a Stripe or a Side of shapest
 };
 
-extern ActiveElement*
-    activepoints; // owned; the shapes' points, then duplication centres, then new points
-extern int activepointnumber;         // length of activepoints
-extern ActiveElement* activestripes;  // owned; the shapes' stripes
-extern int activestripenumber;        // length of activestripes
-extern ActiveElement* activesides;    // owned; the shapes' sides
-extern int activesidenumber;          // length of activesides
+// The records, owned: of the shapes' points and behind them those of a construction, of the shapes'
+// stripes and of their sides. Each number is the length of the array before it.
+extern ActiveElement* activepoints;
+extern int activepointnumber;
+extern ActiveElement* activestripes;
+extern int activestripenumber;
+extern ActiveElement* activesides;
+extern int activesidenumber;
 extern ActiveElement activebgcube[6]; // the faces of the background cube
 extern ActiveElement* activepointer;  // borrowed; the record under the pointer, or null
 extern float cubepoints[24][3];       // screen corners of the background cube, four per face
@@ -72,7 +73,6 @@ void ForgetScreenBoxes(int shapeindex);
 // Whether the element of one record belongs to that of the other; never across shapes.
 bool IsPointOfStripe(const ActiveElement* point, const ActiveElement* stripe);
 bool IsPointOfSide(const ActiveElement* point, const ActiveElement* side);
-bool IsStripeOfSide(const ActiveElement* stripe,
-                    const ActiveElement* side); // all of its points are
+bool IsStripeOfSide(const ActiveElement* stripe, const ActiveElement* side); // all points are
 
 } // namespace korvane

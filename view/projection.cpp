@@ -164,7 +164,8 @@ void ApplyPerspective(float points[][3], int32_t n, int8_t level)
 double GetPerspectiveFactor(int8_t level, double depth)
 {
     const double eye = GetEyeDistance(level);
-    return eye == 0 ? 1 : eye / (eye - std::min(depth, eye - eyemargin));
+    const double nearest = eye - eyemargin;
+    return eye == 0 ? 1 : eye / (eye - std::min(nearest, depth)); // NaN counts as nearest
 }
 
 } // namespace korvane

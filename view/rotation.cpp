@@ -138,21 +138,23 @@ static Vector GetSquareDirection(Vector a, Vector b)
     return square / std::sqrt(Dot(square, square));
 }
 
-// The turn that carries the direction a onto the direction b; nothing when one of them is none.
-static void TurnExactly(Vector frame[3], Vector a, Vector b)
+// The turn that carries the direction a onto the direction b. False, and nothing is turned, when
+// one of them is no direction.
+static bool TurnExactly(Vector frame[3], Vector a, Vector b)
 {
     a = a / std::sqrt(Dot(a, a));
     b = b / std::sqrt(Dot(b, b));
     if (HasNan(a) || HasNan(b)) {
-        return;
+        return false;
     }
     if (Dot(a, b) >= 0) {
         TurnByRightAngleAtMost(frame, a, b);
-        return;
+        return true;
     }
     const Vector halfway = GetSquareDirection(a, b);
     TurnByRightAngleAtMost(frame, a, halfway);
     TurnByRightAngleAtMost(frame, halfway, b);
+    return true;
 }
 
 void VectorRotateExact(float frame[][3], const float from[3], const float to[3])
@@ -160,7 +162,9 @@ void VectorRotateExact(float frame[][3], const float from[3], const float to[3])
     const Vector a = Load(from);
     const Vector b = Load(to);
     Vector turned[3] = {Load(frame[0]), Load(frame[1]), Load(frame[2])};
-    TurnExactly(turned, a, b);
+    if (!TurnExactly(turned, a, b)) {
+        return;
+    }
     for (int i = 0; i < 3; i++) {
         const Vector v = Load(frame[i]);
         const bool isfrom = v.x == a.x && v.y == a.y && v.z == a.z;

@@ -10,9 +10,8 @@ namespace korvane
 // them is below 1e-6, or when one of them is zero.
 void VectorRotate(float frame[][3], const float from[3], const float to[3]);
 
-// The same turn without that cut-off: `from` arrives at `to` however near or opposite they are.
-// Takes vectors of any length but zero. A vector of the frame that is `from` itself becomes `to`
-// exactly.
+// The same turn without that cut-off: `from` arrives at `to` however near or opposite they are. A
+// vector of the frame that is `from` itself becomes `to` to the bit. A zero vector changes nothing.
 void VectorRotateExact(float frame[][3], const float from[3], const float to[3]);
 
 // The columns of the inverse of a rotation.

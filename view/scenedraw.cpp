@@ -17,10 +17,10 @@ namespace korvane
 
 static void DrawShape(const MainView* view, const ShownShape& shown, double markersize)
 {
-    const int sides = view->sidesfade;
-    const int lines = view->linesfade;
+    const int8_t sides = view->sidesfade;
+    const int8_t lines = view->linesfade;
     const unsigned char state = selected[shown.index];
-    const Shape* copy = GetDrawnCopy(shown);
+    const Shape* copy = GetDrawnCopy(shown.index);
     const Shape* plain = shapest[shown.index];
     if (lines > 0 && lines > sides) {
         LineDraw(shown, markersize, GetCosRate(int8_t(lines - sides)), plain);

@@ -39,9 +39,9 @@ std::vector<ShownShape> GetShownShapes()
     return shown;
 }
 
-const Shape* GetDrawnCopy(const ShownShape& shown)
+const Shape* GetDrawnCopy(int shapeindex)
 {
-    return showtable[shown.index] == SHOW_PLAIN ? shapest[shown.index] : round1t[shown.index];
+    return showtable[shapeindex] == SHOW_PLAIN ? shapest[shapeindex] : round1t[shapeindex];
 }
 
 double GetFadeOfSides(const MainView* view, const ShownShape& shown)

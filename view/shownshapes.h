@@ -21,8 +21,8 @@ struct ShownShape {
 // first in the scene comes first. Reads shapes, shapest, showtable.
 std::vector<ShownShape> GetShownShapes();
 
-// The projected copy from which the sides of a shown shape are drawn: the rounded or the plain one.
-const Shape* GetDrawnCopy(const ShownShape& shown);
+// The projected copy from which the sides of a shape are drawn: the plain or the rounded one.
+const Shape* GetDrawnCopy(int shapeindex);
 
 // The weight of the sides of a shown shape: their display fade and the shape's own.
 double GetFadeOfSides(const MainView* view, const ShownShape& shown);

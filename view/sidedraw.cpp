@@ -139,30 +139,46 @@ static void ChangeLight(LitRun& run, const float* colors, bool front)
     run.front = front;
 }
 
-static void AddLitTriangle(LitRun& run, const Shape* copy, const Triangle& triangle)
+// Adds a triangle with its normals, or, `direction` being -1, with their opposites.
+static void AddLitTriangle(LitRun& run, const Shape* copy, const Triangle& triangle,
+                           float direction)
 {
     if (run.cornernumber == litroom) {
         DrawRun(run);
     }
     for (int i = 0; i < 3; i++) {
         LitCorner& corner = litcorners[std::size_t(run.cornernumber)];
+        const float* normal = copy->normals[triangle.normals[i]];
         std::copy_n(copy->points[triangle.points[i]], 3, corner.position);
-        std::copy_n(copy->normals[triangle.normals[i]], 3, corner.normal);
+        corner.normal[0] = direction * normal[0];
+        corner.normal[1] = direction * normal[1];
+        corner.normal[2] = direction * normal[2];
         run.cornernumber++;
     }
+}
+
+// The back of such a side is drawn as a front with turned normals, which is what the program makes
+// of a back: the light state need not change with the facing.
+static bool IsBackLikeFront(const Side& side)
+{
+    return std::equal(side.colors + FRONT_LIGHT, side.colors + BACK_LIGHT,
+                      side.colors + BACK_LIGHT);
 }
 
 // Adds those of a side's triangles that face the viewer, or those that face away.
 static void AddFacing(LitRun& run, const Shape* copy, const Side& side, bool front)
 {
+    const bool turned = !front && IsBackLikeFront(side);
+    const bool asfront = front || turned;
+    const float direction = turned ? -1.0F : 1.0F;
     for (int i = 0; i < side.trianglenumber; i++) {
         const int triangle = side.triangles[i];
         const float z = copy->trianglenormals[triangle][2];
         if (front ? z > 0 : z < 0) {
-            if (run.colors != side.colors || run.front != front) {
-                ChangeLight(run, side.colors, front);
+            if (run.colors != side.colors || run.front != asfront) {
+                ChangeLight(run, side.colors, asfront);
             }
-            AddLitTriangle(run, copy, copy->triangles[triangle]);
+            AddLitTriangle(run, copy, copy->triangles[triangle], direction);
         }
     }
 }

@@ -3,7 +3,7 @@
 import math
 
 from .modelling import join, tube
-from .paint import hue, matte, shiny
+from .paint import Paint, hue, matte, mixed, rgb, shiny
 from .polyhedra import (
     archimedeans,
     cube,
@@ -13,7 +13,6 @@ from .polyhedra import (
     tetrahedron,
 )
 from .scenefile import Scene
-from .vectors import plus
 
 FACE_PAINTS = {
     3: matte("f2b632"),
@@ -90,7 +89,7 @@ def archimedean():
 
 def knot():
     """A trefoil knot of one closed tube; its colours run once round the wheel."""
-    steps, corners = 84, 8
+    steps, corners = 60, 6
     path = []
     for step in range(steps):
         angle = 2 * math.pi * step / steps
@@ -101,8 +100,14 @@ def knot():
                 -0.118 * math.sin(3 * angle),
             )
         )
-    body = tube(path, 0.068, corners, closed=True)
-    body = body.painted_by(lambda number: shiny(hue(number // corners / steps), 0.35))
+    body = tube(path, 0.073, corners, closed=True)
+
+    def paint(number):
+        colour = rgb(hue(number // corners / steps, 0.85))
+        # The lines along the seams between two colours are lit as if the acuity were 1.
+        return Paint(mixed(colour, (1, 1, 1), 0.4), mixed((0, 0, 0.05), colour, 0.1), 1.0)
+
+    body = body.painted_by(paint)
     scene = Scene()
     scene.add("trefoil", body.turned("z", 30).turned("x", -18).turned("y", 14))
     return scene
@@ -110,7 +115,8 @@ def knot():
 
 def hundred():
     """A hundred bodies along a spiral, each a little larger than the one before. The innermost are
-    too small to be drawn, then come plain ones, then smoothed ones; zooming in moves the borders."""
+    too small to be drawn, then come plain ones, then smoothed ones; zooming in moves the borders.
+    """
     golden_angle = 180 * (3 - math.sqrt(5))
     growth = 1.038
     scene = Scene()

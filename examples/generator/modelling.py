@@ -132,7 +132,7 @@ class Body:
         return unit(area_normal(self.corners_of(self.sides[number])))
 
     def back_to_front(self):
-        """The sides sorted from the farthest to the nearest, the order in which clear ones blend."""
+        """The sides from the farthest to the nearest, the order in which clear ones blend."""
         order = sorted(range(len(self.sides)), key=lambda number: self.middle_of(number)[2])
         return Body(self.points, [self.sides[number] for number in order], self.marked)
 
@@ -157,13 +157,6 @@ def circle(radius, corners, start=0.0):
     """A regular polygon, counter-clockwise; `start` turns its first corner away from the x axis."""
     angles = [math.radians(start + 360 * i / corners) for i in range(corners)]
     return [(radius * math.cos(angle), radius * math.sin(angle)) for angle in angles]
-
-
-def star(outer, inner, rays):
-    """A star with one ray straight up."""
-    angles = [math.pi / 2 + math.pi * i / rays for i in range(2 * rays)]
-    radii = [inner if i % 2 else outer for i in range(2 * rays)]
-    return [(r * math.cos(angle), r * math.sin(angle)) for r, angle in zip(radii, angles)]
 
 
 # ------------------------------------------------------------------------------------ solid makers
@@ -210,13 +203,16 @@ class Row:
     paint: Paint = None  # of the band that begins at this ring
 
 
-def lathe(rows, columns, paint=PLAIN):
+def lathe(rows, columns, paint=PLAIN, arcs=3):
     """A body turned about the y axis. The rows run up the outside; those of a vessel turn at its
     rim and run down the inside. A radius of 0 gives a pole, any other end a flat lid.
 
-    Between two sharp rows next to each other a soft one is put in: without it every upright edge
-    between them would have two marked ends and show as a ridge.
+    A side spans a whole arc of its band. Where more than two sides meet on a sharp row the light
+    breaks a little, and so there are few such points. For the same reason there is a soft row
+    between any two sharp ones: without it every upright edge between them would have two marked
+    ends and show as a ridge.
     """
+    assert columns % arcs == 0
     rows = spaced(rows)
     points, rings = [], []
     for row in rows:
@@ -224,13 +220,13 @@ def lathe(rows, columns, paint=PLAIN):
         points += ring_points(row, columns)
     sides = []
     if rows[0].radius:
-        sides.append((tuple(range(columns)), paint))
-    if rows[-1].radius:
-        first = rings[-1][0]
-        sides.append((tuple(range(first + columns - 1, first - 1, -1)), paint))
+        sides.append((tuple(range(columns)), rows[0].paint or paint))
     for row, low, high in zip(rows, rings, rings[1:]):
         paint = row.paint or paint
-        sides += [(face, paint) for face in band(low, high, columns)]
+        sides += [(face, paint) for face in band(low, high, columns, columns // arcs)]
+    if rows[-1].radius:
+        first = rings[-1][0]
+        sides.append((tuple(range(first + columns - 1, first - 1, -1)), rows[-1].paint or paint))
     marked = [
         first + i for row, (first, size) in zip(rows, rings) if row.sharp for i in range(size)
     ]
@@ -255,18 +251,19 @@ def ring_points(row, columns):
     return [(x, row.height, z) for x, z in circle(row.radius, columns)]
 
 
-def band(low, high, columns):
-    """The faces between two rings, each given by its first point and its size (1 for a pole)."""
+def band(low, high, columns, arc):
+    """The sides between two rings, each ring given by its first point and its size (1 at a pole);
+    each side spans `arc` columns, but at a pole, where three corners are enough, only one."""
     (a, asize), (b, bsize) = low, high
+    if 1 in (asize, bsize):
+        arc = 1
     faces = []
-    for i in range(columns):
-        j = (i + 1) % columns
-        if asize == 1:
-            faces.append((a, b + i, b + j))
-        elif bsize == 1:
-            faces.append((a + i, b, a + j))
-        else:
-            faces.append((a + i, b + i, b + j, a + j))
+    for start in range(0, columns, arc):
+        steps = range(start, start + arc + 1)
+        lower = [a + i % asize for i in steps]
+        upper = [b + i % bsize for i in steps]
+        face = upper + lower[::-1]
+        faces.append(tuple(dict.fromkeys(face)))
     return faces
 
 
@@ -335,14 +332,6 @@ def sheet(outline):
     return Body(outline, [Side(tuple(range(len(outline))), PLAIN, PLAIN, BOTH)])
 
 
-def cornered_sheet(corners):
-    """One side with straight edges and sharp corners."""
-    points = []
-    for a, b in zip(corners, corners[1:] + corners[:1]):
-        points += [a, mean([a, b])]
-    return Body(points, sheet(points).sides, range(0, len(points), 2))
-
-
 def patch(outline):
     """A spot to lie on a surface: a polygon and, unseen, its own back, so that it is closed."""
     n = len(outline)
@@ -351,13 +340,11 @@ def patch(outline):
     return Body(outline, [up, down], range(n))
 
 
-def contact_shadow(width, depth, corners=12):
-    """The soft shadow of a thing on the ground below it: three dark clear patches, one above the
-    other, to be joined to the ground so that they are painted after it."""
-    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, 0.16)
-    patches = []
-    for layer, size in enumerate((1.0, 0.82, 0.64)):
-        ring = [(x * width / 2, y * depth / 2) for x, y in circle(size, corners)]
-        spot = patch([(x, 0.0015 * (layer + 1), -y) for x, y in ring])
-        patches.append(spot.painted(dark))
-    return join(patches)
+def shadow(radius, length, direction):
+    """The shadow that a thing throws on the ground y = 0 it stands on: a dark clear patch, to be
+    joined to the ground so that it is painted after it. It grows out by `length` from under the
+    thing; direction 0 is along x, 90 away from us."""
+    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, (0.3, 0.3))
+    ring = [(x + max(0.0, length * x / radius), y) for x, y in circle(radius * 1.06, 10)]
+    spot = patch([(x, 0.0015, -y) for x, y in ring])
+    return spot.painted(dark).turned("y", direction)

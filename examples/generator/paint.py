@@ -6,12 +6,17 @@ from dataclasses import dataclass
 
 @dataclass(frozen=True)
 class Paint:
-    """How a face looks in the light and away from it; a small acuity makes a small highlight."""
+    """How a face looks in the light and away from it; a small acuity makes a small highlight.
+    The alphas say how much it hides of what is behind it, in the light and away from it."""
 
     light: tuple
     shadow: tuple
     acuity: float = 0.6
-    alpha: float = 1.0
+    alphas: tuple = (1.0, 1.0)
+
+    def is_clear(self):
+        """Whether the program paints it after the opaque sides of the same body."""
+        return sum(self.alphas) < 0.98
 
 
 def rgb(code):
@@ -39,7 +44,9 @@ def shiny(code, acuity=0.3):
 def glass(code, alpha, acuity=0.5):
     """A surface through which one sees what stands behind it."""
     colour = rgb(code)
-    return Paint(mixed(colour, (1, 1, 1), 0.4), mixed((0, 0, 0), colour, 0.75), acuity, alpha)
+    return Paint(
+        mixed(colour, (1, 1, 1), 0.4), mixed((0, 0, 0), colour, 0.75), acuity, (alpha, alpha)
+    )
 
 
 def hue(turn, strength=0.75, brightness=0.95):

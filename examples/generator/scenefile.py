@@ -48,12 +48,18 @@ class Scene:
         return self.changed(lambda body: body.moved(x, y, z))
 
     def save(self, filename):
-        written = self.changed(rounded_to_floats)
+        written = self.changed(lambda body: rounded_to_floats(blendable(body)))
         for path, body in written.bodies.items():
             problem = problem_of(body, path in self.faceted)
             assert not problem, f"{filename}: {path} {problem}"
         with open(filename, "w", encoding="ascii", newline="\n") as file:
             file.write(scene_text(written))
+
+
+def blendable(body):
+    """A clear body with its sides in the order in which they have to be painted."""
+    clear = all(side.front.is_clear() for side in body.sides)
+    return body.back_to_front() if clear else body
 
 
 # ----------------------------------------------------------------------------------------- checks
@@ -249,5 +255,5 @@ def integer_rows(values):
 
 
 def paint_text(paint):
-    rows = [(*paint.light, paint.alpha), (*paint.shadow, paint.alpha), (paint.acuity,)]
+    rows = [(*paint.light, paint.alphas[0]), (*paint.shadow, paint.alphas[1]), (paint.acuity,)]
     return "".join(" ".join("%f" % value for value in row).replace(".", ",") + "\n" for row in rows)

@@ -33,7 +33,7 @@ def mean(points):
 
 
 def turned_point(point, axis, degrees):
-    """The point after a turn about the axis "x", "y" or "z", counter-clockwise seen from its tip."""
+    """The point turned about the axis "x", "y" or "z", counter-clockwise seen from its tip."""
     c, s = math.cos(math.radians(degrees)), math.sin(math.radians(degrees))
     first = {"x": 1, "y": 2, "z": 0}[axis]
     second = (first + 1) % 3

@@ -1,6 +1,6 @@
 #include "geometry/rounding.h"
 
-#include "geometry/shapegeometry.h"
+#include "geometry/normals.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"
@@ -9,12 +9,14 @@
 
 #include <algorithm>
 #include <array>
+#include <random>
 #include <set>
 #include <vector>
 
 namespace korvane
 {
 
+using testing::CubeOfHalfEdge;
 using testing::MakeFlatShape;
 using testing::MakeRawShape;
 using testing::MakeShape;
@@ -96,21 +98,6 @@ static OwnedShape BigTetrahedron()
 {
     return MakeShape({{81, 81, 81}, {-81, -81, 81}, {-81, 81, -81}, {81, -81, -81}},
                      {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}});
-}
-
-// The sides are cut along the diagonals 1-3, 5-7, 1-4, 7-2, 4-3 and 2-5.
-static OwnedShape CubeOfHalfEdge(float h)
-{
-    return MakeShape(
-        {{-h, -h, -h},
-         {h, -h, -h},
-         {h, h, -h},
-         {-h, h, -h},
-         {-h, -h, h},
-         {h, -h, h},
-         {h, h, h},
-         {-h, h, h}},
-        {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4}, {3, 7, 6, 2}, {0, 4, 7, 3}, {1, 2, 6, 5}});
 }
 
 static OwnedShape Octahedron()
@@ -370,6 +357,17 @@ TEST(RoundShape, TakesTheEdgePointsOfTheTriangleBeforeWhereAnEdgeIsMissing)
     EXPECT_EQ(StripeOf(round, 0), Indices({0, 8, 9, 1, 12, 13, 2, 2, 3, 3, 6, 7, 0}));
 }
 
+TEST(RoundShape, TakesTheFirstOfSeveralEdgesBetweenTheSamePoints)
+{
+    const OwnedShape shape = BigTriangle();
+    GrowArray(shape->edges, 3, 4);
+    shape->edges[3] = {{0, 1}, {0, 0}, {0, 0}}; // its points are 10 and 11
+    shape->edgenumber = 4;
+    const OwnedShape round = Round(shape);
+    EXPECT_EQ(TrianglesOf(round).front(), Indices({0, 4, 9}));
+    EXPECT_EQ(StripeOf(round, 0), Indices({0, 4, 5, 1, 6, 7, 2, 8, 9, 0}));
+}
+
 TEST(RoundShape, StaysInsideItsArraysWithoutAnyEdge)
 {
     const OwnedShape shape = testing::Cube();
@@ -542,6 +540,37 @@ TEST(RoundShape, GivesTheSameAgain)
 {
     for (const OwnedShape& shape : AllShapes()) {
         EXPECT_EQ(GetContents(*Round(shape)), GetContents(*Round(shape)));
+    }
+}
+
+// Triangles between points taken at random: edges of many triangles, triangles that are there twice
+// or lie back to back, and some with the same point at two corners.
+static OwnedShape MakeTangle(unsigned seed, int pointnumber, int trianglenumber)
+{
+    std::minstd_rand random(seed);
+    const auto pick = [&random](int number) { return int(random() % unsigned(number)); };
+    testing::Points points;
+    for (int i = 0; i < pointnumber; i++) {
+        points.push_back({float(pick(9)), float(pick(9)), float(pick(9))});
+    }
+    testing::Outlines sides;
+    for (int i = 0; i < trianglenumber; i++) {
+        sides.push_back({pick(pointnumber), pick(pointnumber), pick(pointnumber)});
+    }
+    OwnedShape shape = MakeShape(points, sides);
+    SetVertexes(shape.get(), {0, 1, 2});
+    SetNormalsOfShape(shape.get());
+    return shape;
+}
+
+TEST(RoundShape, EndsWithTheNormalsOfItsResultWhateverIsTangled)
+{
+    for (unsigned seed = 1; seed <= 300; seed++) {
+        const int points = 3 + int(seed % 7); // few, so that they meet in every way
+        const OwnedShape round = Round(MakeTangle(seed, points, 2 + int(seed % 11)));
+        const auto contents = GetContents(*round);
+        SetNormalsOfShape(round.get());
+        EXPECT_EQ(GetContents(*round), contents) << "seed " << seed;
     }
 }
 

@@ -181,6 +181,9 @@ TEST(ParseReal, TakesTheNumberAtTheFrontOfWildText)
     EXPECT_EQ(ParseReal("12abc"), 12.0F);
     EXPECT_EQ(ParseReal("5-3"), 5.0F);
     EXPECT_EQ(ParseReal("3/4"), 3.0F);
+    EXPECT_EQ(ParseReal("0,25x000"), 0.25F); // as long as a colour
+    EXPECT_EQ(ParseReal("-,250000"), -0.25F);
+    EXPECT_EQ(ParseReal("9,999999"), 9.999999F);
     for (const char* text : {"abc", "", "-", "--5", ",", "/5", "e5", "-e"}) {
         EXPECT_EQ(ParseReal(text), 0.0F) << text;
     }
@@ -202,6 +205,36 @@ TEST(ParseReal, TakesNumbersOfThousandsOfDigits)
     EXPECT_EQ(ParseReal("0," + std::string(1000, '0') + "5e1001"), 5.0F);
     EXPECT_EQ(ParseReal(std::string(2000, '9')), 0.0F); // far above every float
     EXPECT_EQ(ParseReal("1," + std::string(2000, '9')), 2.0F);
+}
+
+// atof rounds to a double, and only that is rounded to a float.
+TEST(ParseReal, RoundsTwice)
+{
+    EXPECT_EQ(ParseReal("16777217"), 16777216.0F); // 2^24 + 1, a tie: the even one
+    EXPECT_EQ(ParseReal("16777219"), 16777220.0F);
+    EXPECT_EQ(ParseReal("16777217,0000001"), 16777218.0F);
+    EXPECT_EQ(ParseReal("16777217,00000000000000000001"), 16777216.0F); // the double is the tie
+}
+
+TEST(ParseReal, AgreesWithStrtodNearTheMiddleOfTwoFloats)
+{
+    std::mt19937_64 random(5);
+    std::uniform_real_distribution<float> any(-3, 3);
+    std::uniform_int_distribution<int> digits(1, 24);
+    std::uniform_int_distribution<int> steps(-3, 3);
+    for (int i = 0; i < 200000; i++) {
+        const float value = std::ldexp(any(random), i % 60 - 30);
+        double middle = (double(value) + double(std::nextafter(value, greatest))) / 2;
+        for (int k = steps(random); k != 0; k += k < 0 ? 1 : -1) {
+            middle = std::nextafter(middle, k < 0 ? -1e30 : 1e30);
+        }
+        char text[80];
+        std::snprintf(text, sizeof text, "%.*f", digits(random), middle);
+        const float expected = float(std::strtod(text, nullptr));
+        std::string token = text;
+        std::replace(token.begin(), token.end(), '.', ',');
+        ASSERT_EQ(ParseReal(token), expected) << token;
+    }
 }
 
 // What is left of hexadecimal, infinite and other texts that only strtod takes is tested above.

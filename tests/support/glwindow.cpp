@@ -6,10 +6,10 @@
 #include "scene/model.h"
 #include "ui/input.h"
 #include "view/basestate.h"
+#include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
-#include "view/cameraflight.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
 
@@ -150,6 +150,25 @@ Picture GlWindow::Draw(const std::function<void()>& draw) const
 Picture GlWindow::DrawScene() const
 {
     return Draw([] { SceneDraw(&mainview); });
+}
+
+static void DrawRedSheet(float depth)
+{
+    glColor4f(1, 0, 0, 1);
+    glBegin(GL_QUADS);
+    glVertex3f(-2, -2, depth);
+    glVertex3f(2, -2, depth);
+    glVertex3f(2, 2, depth);
+    glVertex3f(-2, 2, depth);
+    glEnd();
+}
+
+Picture GlWindow::DrawAndCover(const std::function<void()>& draw, float depth) const
+{
+    return Draw([&] {
+        draw();
+        DrawRedSheet(depth);
+    });
 }
 
 // From the X server: OpenGL need not know what the window shows.

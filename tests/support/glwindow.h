@@ -58,6 +58,10 @@ public:
 
     Picture DrawScene() const;
 
+    // The same with a red sheet over the whole view, drawn afterwards at a depth: what stays
+    // visible lies nearer than that.
+    Picture DrawAndCover(const std::function<void()>& draw, float depth) const;
+
     // What the window shows, after the pending events are handled.
     Picture ReadWindow() const;
 

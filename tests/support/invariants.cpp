@@ -31,9 +31,15 @@ static std::string FindBrokenRuleOfVertexes(const Shape& shape)
     if (!AreInRange(shape.vertexes, shape.vertexnumber, shape.pointnumber)) {
         return "a vertex names a point of its shape";
     }
-    const auto ascending = [](int a, int b) { return a >= b; };
+    return "";
+}
+
+// A model shape's marks are a set. A rounded shape may repeat its last vertex.
+static std::string FindBrokenRuleOfMarks(const Shape& shape)
+{
+    const auto descending = [](int a, int b) { return a >= b; };
     int* end = shape.vertexes + shape.vertexnumber;
-    if (std::adjacent_find(shape.vertexes, end, ascending) != end) {
+    if (std::adjacent_find(shape.vertexes, end, descending) != end) {
         return "vertexes ascend without repeats";
     }
     return "";
@@ -165,7 +171,8 @@ std::string FindBrokenRuleOfShape(const Shape& shape)
             return broken;
         }
     }
-    return FindBrokenRuleOfMesh(shape);
+    const std::string broken = FindBrokenRuleOfMarks(shape);
+    return broken.empty() ? FindBrokenRuleOfMesh(shape) : broken;
 }
 
 std::string FindBrokenRuleOfClosedBody(const Shape& shape)

@@ -1,37 +1,56 @@
 #include "tests/support/journey.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace korvane::testing
 {
 
-int Picture::Count(int left, int top, int right, int bottom,
-                   const std::function<bool(const Color&)>& wanted) const
+static constexpr int screenwidth = 1280;
+static constexpr int screenheight = 1024;
+static constexpr int treewidth = 260;      // the least that stands to the left of the view
+static constexpr int margin = 20;          // the most to the right of it in a maximised window
+static constexpr useconds_t pause = 50000; // microseconds between two looks
+static constexpr int patience = 400;       // looks: twenty seconds in all
+static constexpr int stillness = 8;        // looks alike after which nothing moves any more
+
+int Picture::Count(const std::function<bool(const Color&)>& wanted) const
 {
     int number = 0;
-    for (int y = top; y < bottom; y++) {
-        for (int x = left; x < right; x++) {
-            number += wanted(At(x, y)) ? 1 : 0;
-        }
+    for (const Color& color : pixels) {
+        number += wanted(color) ? 1 : 0;
+    }
+    return number;
+}
+
+int Picture::CountDifferences(const Picture& other) const
+{
+    if (width != other.width || height != other.height) {
+        return int(pixels.size());
+    }
+    int number = 0;
+    for (std::size_t i = 0; i < pixels.size(); i++) {
+        number += pixels[i] == other.pixels[i] ? 0 : 1;
     }
     return number;
 }
 
 bool WaitFor(const std::function<bool()>& condition)
 {
-    constexpr int tries = 200;
-    for (int i = 0; i < tries; i++) {
+    for (int i = 0; i < patience; i++) {
         if (condition()) {
             return true;
         }
-        usleep(100000);
+        usleep(pause);
     }
     return false;
 }
@@ -44,45 +63,114 @@ std::string ReadWholeFile(const std::string& path)
     return text.str();
 }
 
-Journey::Journey() : server(1280, 1024)
+// A window may go between being found and being asked about.
+static int IgnoreError(Display*, XErrorEvent*)
+{
+    return 0;
+}
+
+Journey::Journey() : server(screenwidth, screenheight)
 {
     char name[] = "/tmp/korvane-journey-XXXXXX";
     folder = mkdtemp(name);
     output = folder + "/output.txt";
+    XSetErrorHandler(IgnoreError);
+    display = XOpenDisplay(server.GetDisplay().c_str());
     manager = StartProgram("openbox", "", true);
+    WaitFor([this] { return GetRootProperty("_NET_SUPPORTING_WM_CHECK") != None; });
 }
 
 Journey::~Journey()
 {
     Stop();
     StopProgram(manager);
+    XCloseDisplay(display);
     std::filesystem::remove_all(folder);
+}
+
+void Journey::Launch(const std::string& arguments, const std::string& environment)
+{
+    Stop();
+    const std::string line = std::string("-C ") + KORVANE_SOURCE_DIR +
+                             " LIBGL_ALWAYS_SOFTWARE=1 XDG_CONFIG_HOME=" + folder +
+                             " XDG_DATA_HOME=" + folder + " " + environment + " " +
+                             KORVANE_PROGRAM + " " + arguments + " >" + output;
+    program = StartProgram("env", line, false);
 }
 
 bool Journey::Start(const std::string& arguments, const std::string& environment)
 {
-    const std::string line =
-        "LIBGL_ALWAYS_SOFTWARE=1 " + environment + " " + KORVANE_PROGRAM + " " + arguments;
-    program = StartProgram("env", line + " >" + output, false);
-    return WaitForWindow("Vintra");
+    Launch(arguments, environment);
+    return WaitForFront("Vintra") && WaitFor([this] {
+               FindView();
+               return view.left > treewidth && view.left + view.width > screenwidth - margin;
+           });
 }
 
 void Journey::Stop()
 {
     StopProgram(program);
     program = -1;
+    WaitFor([this] { return GetFrontTitle() != "Vintra"; }); // the next one's is another
+}
+
+bool Journey::IsRunning()
+{
+    return program > 0 && waitpid(program, nullptr, WNOHANG) == 0;
+}
+
+int Journey::WaitForEnd()
+{
+    int status = 0;
+    if (!WaitFor([&] { return waitpid(program, &status, WNOHANG) == program; })) {
+        return -1;
+    }
+    program = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// The view is the innermost window at a place that belongs to it whatever the window's layout.
+void Journey::FindView()
+{
+    const Window root = DefaultRootWindow(display);
+    constexpr int x = screenwidth * 3 / 4;
+    constexpr int y = screenheight / 2;
+    view.window = root;
+    Window inner = root;
+    int left = 0;
+    int top = 0;
+    while (XTranslateCoordinates(display, root, view.window, x, y, &left, &top, &inner) != 0 &&
+           inner != None) {
+        view.window = inner;
+    }
+    XWindowAttributes attributes = {};
+    XGetWindowAttributes(display, view.window, &attributes);
+    view.left = x - left;
+    view.top = y - top;
+    view.width = attributes.width;
+    view.height = attributes.height;
 }
 
 void Journey::Tell(const std::string& command) const
 {
-    if (std::system(("xdotool " + command + " >/dev/null 2>&1").c_str()) != 0) {
-        std::fprintf(stderr, "xdotool could not %s\n", command.c_str());
+    if (std::system(("xdotool " + command + " >/dev/null").c_str()) != 0) {
+        std::fprintf(stderr, "The journeys need xdotool, which could not %s\n", command.c_str());
     }
 }
 
 void Journey::MoveTo(int x, int y)
 {
-    Tell("mousemove " + std::to_string(x) + " " + std::to_string(y));
+    Tell("mousemove " + std::to_string(view.left + x) + " " + std::to_string(view.top + y));
+}
+
+void Journey::Press(int button)
+{
+    Tell("mousedown " + std::to_string(button));
+}
+
+void Journey::Release(int button)
+{
+    Tell("mouseup " + std::to_string(button));
 }
 
 void Journey::Click(int x, int y, int button)
@@ -101,42 +189,90 @@ void Journey::Key(const std::string& keys)
     Tell("key " + keys);
 }
 
-bool Journey::HasWindow(const std::string& title) const
+// The window that the window manager names in a property of the root window, None without one.
+unsigned long Journey::GetRootProperty(const char* name) const
 {
-    const std::string command =
-        "xdotool search --onlyvisible --name '^" + title + "$' >/dev/null 2>&1";
-    return std::system(command.c_str()) == 0;
+    const Atom property = XInternAtom(display, name, False);
+    Atom type = None;
+    int format = 0;
+    unsigned long number = 0;
+    unsigned long rest = 0;
+    unsigned char* value = nullptr;
+    XGetWindowProperty(display, DefaultRootWindow(display), property, 0, 1, False, XA_WINDOW, &type,
+                       &format, &number, &rest, &value);
+    const Window window = number == 1 ? *reinterpret_cast<Window*>(value) : None;
+    XFree(value);
+    return window;
 }
 
-bool Journey::WaitForWindow(const std::string& title)
+// The title of the window with the keyboard; "no window" without one.
+std::string Journey::GetFrontTitle() const
 {
-    return WaitFor([&] { return HasWindow(title); });
+    const Window window = GetRootProperty("_NET_ACTIVE_WINDOW");
+    if (window == None) {
+        return "no window";
+    }
+    char* name = nullptr;
+    XFetchName(display, window, &name);
+    const std::string title = name == nullptr ? "" : name;
+    XFree(name);
+    return title;
 }
 
-bool Journey::WaitForNoWindow(const std::string& title)
+bool Journey::WaitForFront(const std::string& title)
 {
-    return WaitFor([&] { return !HasWindow(title); });
+    return WaitFor([&] { return GetFrontTitle() == title; });
+}
+
+bool Journey::HasMenu() const
+{
+    Window root = None;
+    Window parent = None;
+    Window* children = nullptr;
+    unsigned int number = 0;
+    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &number);
+    bool found = false;
+    for (unsigned int i = 0; i < number; i++) {
+        XWindowAttributes child = {};
+        XGetWindowAttributes(display, children[i], &child);
+        found = found || (child.override_redirect != 0 && child.map_state == IsViewable &&
+                          child.c_class == InputOutput && child.x >= 0 && child.width > 40 &&
+                          child.height > 20);
+    }
+    XFree(children);
+    return found;
 }
 
 Picture Journey::Look() const
 {
-    Display* display = XOpenDisplay(server.GetDisplay().c_str());
-    const int screen = DefaultScreen(display);
     Picture picture;
-    picture.width = DisplayWidth(display, screen);
-    picture.height = DisplayHeight(display, screen);
-    XImage* image = XGetImage(display, RootWindow(display, screen), 0, 0, unsigned(picture.width),
-                              unsigned(picture.height), AllPlanes, ZPixmap);
-    for (int y = 0; y < picture.height; y++) {
-        for (int x = 0; x < picture.width; x++) {
+    picture.width = view.width;
+    picture.height = view.height;
+    XImage* image = XGetImage(display, DefaultRootWindow(display), view.left, view.top,
+                              unsigned(view.width), unsigned(view.height), AllPlanes, ZPixmap);
+    picture.pixels.reserve(std::size_t(view.width) * std::size_t(view.height));
+    for (int y = 0; y < view.height; y++) {
+        for (int x = 0; x < view.width; x++) {
             const unsigned long pixel = XGetPixel(image, x, y);
             picture.pixels.push_back(
                 {int(pixel >> 16 & 255), int(pixel >> 8 & 255), int(pixel & 255)});
         }
     }
     XDestroyImage(image);
-    XCloseDisplay(display);
     return picture;
+}
+
+Picture Journey::LookWhenStill()
+{
+    Picture last = Look();
+    int alike = 0;
+    WaitFor([&] {
+        Picture next = Look();
+        alike = next.pixels == last.pixels ? alike + 1 : 0;
+        last = std::move(next);
+        return alike == stillness;
+    });
+    return last;
 }
 
 } // namespace korvane::testing

@@ -1,5 +1,6 @@
 // The built program on a desktop of its own: an X server, a window manager, and real pointer and
-// key events sent with xdotool. Journeys wait for a condition, never for time alone.
+// key events sent with xdotool. Journeys wait for a condition, never for time alone. Pictures and
+// pointer positions are those of the view: pixels from its upper left corner.
 #pragma once
 
 #include "tests/support/xserver.h"
@@ -8,14 +9,17 @@
 #include <string>
 #include <vector>
 
+typedef struct _XDisplay Display;
+
 namespace korvane::testing
 {
 
 struct Color {
     int red, green, blue;
+    bool operator==(const Color&) const = default;
 };
 
-// A copy of the screen.
+// A copy of the view.
 struct Picture {
     int width = 0;
     int height = 0;
@@ -25,9 +29,9 @@ struct Picture {
     {
         return pixels[std::size_t(y) * std::size_t(width) + std::size_t(x)];
     }
-    // How many pixels inside a rectangle satisfy a condition.
-    int Count(int left, int top, int right, int bottom,
-              const std::function<bool(const Color&)>& wanted) const;
+    int Count(const std::function<bool(const Color&)>& wanted) const;
+    // How many pixels are not alike; all of them when the sizes differ.
+    int CountDifferences(const Picture& other) const;
 };
 
 // Asks again and again until the answer is yes; false when it is still no after 20 seconds.
@@ -44,17 +48,25 @@ public:
     // Starts the program in the project's folder and waits for its window, maximised. `environment`
     // is put before the command, for instance "LC_ALL=de_DE.UTF-8".
     bool Start(const std::string& arguments, const std::string& environment = "");
-    void Stop(); // ends the program
+    // Starts the program without waiting for its window.
+    void Launch(const std::string& arguments, const std::string& environment = "");
+    void Stop();      // ends the program
+    int WaitForEnd(); // the program's exit code when it ends by itself, else -1
+    bool IsRunning();
 
+    void MoveTo(int x, int y);
+    void Press(int button);
+    void Release(int button);
     void Click(int x, int y, int button = 1);
     void Type(const std::string& text);
     void Key(const std::string& keys); // as xdotool names them, for instance "alt+s"
-    void MoveTo(int x, int y);
 
-    bool WaitForWindow(const std::string& title);
-    bool WaitForNoWindow(const std::string& title);
+    // Until the window with the keyboard has this title.
+    bool WaitForFront(const std::string& title);
+    bool HasMenu() const; // a window without a frame
 
     Picture Look() const;
+    Picture LookWhenStill(); // once nothing moves any more
 
     // A new folder of this journey's own, removed at its end.
     const std::string& GetFolder() const
@@ -68,13 +80,20 @@ public:
 
 private:
     void Tell(const std::string& command) const;
-    bool HasWindow(const std::string& title) const;
+    unsigned long GetRootProperty(const char* name) const;
+    std::string GetFrontTitle() const;
+    void FindView();
 
     XServer server;
+    Display* display = nullptr;
     pid_t manager = -1;
     pid_t program = -1;
     std::string folder;
     std::string output;
+    struct {
+        unsigned long window;
+        int left, top, width, height;
+    } view = {};
 };
 
 std::string ReadWholeFile(const std::string& path); // empty when it cannot be read

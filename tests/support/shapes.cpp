@@ -125,9 +125,8 @@ OwnedShape Tetrahedron()
                      {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}});
 }
 
-OwnedShape Cube()
+OwnedShape CubeOfHalfEdge(float h)
 {
-    constexpr float h = 0.5F;
     return MakeShape(
         {{-h, -h, -h},
          {h, -h, -h},
@@ -138,6 +137,11 @@ OwnedShape Cube()
          {h, h, h},
          {-h, h, h}},
         {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4}, {3, 7, 6, 2}, {0, 4, 7, 3}, {1, 2, 6, 5}});
+}
+
+OwnedShape Cube()
+{
+    return CubeOfHalfEdge(0.5F);
 }
 
 OwnedShape TrianglePrism()
@@ -159,6 +163,15 @@ int AddToScene(OwnedShape shape, const std::string& name, int parent)
     AddTreeIter(parent, type, CopyArray(name.c_str(), int(name.size()) + 1));
     SetActives();
     return shapenumber - 1;
+}
+
+void SelectNodes(const std::vector<int>& nodes)
+{
+    FreeArray(treeselected);
+    treeselectednumber = int(nodes.size());
+    if (!nodes.empty()) {
+        treeselected = CopyArray(nodes.data(), treeselectednumber);
+    }
 }
 
 void StartEmptyScene()

@@ -44,18 +44,23 @@ inline Corners CornersOf(const OwnedShape& shape, int k)
     return CornersOf(*shape, 0, k);
 }
 
-OwnedShape FlatTriangle();  // (0,0) (1,0) (0,1), counter-clockwise seen from +z
-OwnedShape Square();        // (0,0) (1,0) (1,1) (0,1), likewise
-OwnedShape ConcaveL();      // an L of six corners, likewise
-OwnedShape Star();          // a five-pointed star of ten corners, likewise
-OwnedShape Tetrahedron();   // 4 triangles
-OwnedShape Cube();          // edge 1, centred on the origin; sides -z, +z, -y, +y, -x, +x
-OwnedShape TrianglePrism(); // two triangles, three rectangles
-OwnedShape Pyramid();       // a square and four triangles
+OwnedShape FlatTriangle(); // (0,0) (1,0) (0,1), counter-clockwise seen from +z
+OwnedShape Square();       // (0,0) (1,0) (1,1) (0,1), likewise
+OwnedShape ConcaveL();     // an L of six corners, likewise
+OwnedShape Star();         // a five-pointed star of ten corners, likewise
+OwnedShape Tetrahedron();  // 4 triangles
+OwnedShape Cube();         // edge 1, centred on the origin; sides -z, +z, -y, +y, -x, +x, which
+                           // are cut along the diagonals 1-3, 5-7, 1-4, 7-2, 4-3 and 2-5
+OwnedShape CubeOfHalfEdge(float h); // the same in another size
+OwnedShape TrianglePrism();         // two triangles, three rectangles
+OwnedShape Pyramid();               // a square and four triangles
 
 // Adds a shape to the scene with its node below `parent` and its active records; it is not yet
 // projected. Returns the shape's index.
 int AddToScene(OwnedShape shape, const std::string& name, int parent = 0);
+
+// The nodes whose rows are selected, put there without a tree view.
+void SelectNodes(const std::vector<int>& nodes);
 
 // A scene without shapes, folders and undo steps. Makes the tree the first time.
 void StartEmptyScene();

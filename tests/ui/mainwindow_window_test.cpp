@@ -3,9 +3,12 @@
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/scenefile.h"
+#include "scene/treehandlers.h"
+#include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
+#include "ui/input.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
@@ -148,12 +151,13 @@ TEST(TreePane, ShowsTheStoreWithItsThreeColumns)
     EXPECT_EQ(gtk_tree_model_get_column_type(model, 2), G_TYPE_INT);
 }
 
-TEST(TreePane, SelectsSeveralRowsAndDoesNotReorderThemYet)
+TEST(TreePane, SelectsSeveralRowsAndReordersThemWithoutAHeader)
 {
     ShowMainWindow();
     GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
     EXPECT_EQ(gtk_tree_selection_get_mode(selection), GTK_SELECTION_MULTIPLE);
-    EXPECT_FALSE(gtk_tree_view_get_reorderable(GTK_TREE_VIEW(treeview)));
+    EXPECT_TRUE(gtk_tree_view_get_reorderable(GTK_TREE_VIEW(treeview)));
+    EXPECT_FALSE(gtk_tree_view_get_headers_visible(GTK_TREE_VIEW(treeview)));
 }
 
 TEST(TreePane, DrawsTheIconOfARowBeforeItsName)
@@ -241,6 +245,31 @@ TEST(ViewPane, HandsItsEventsToTheView)
     EXPECT_TRUE(IsConnected(area, "realize", G_CALLBACK(InitGl)));
     EXPECT_TRUE(IsConnected(area, "configure-event", G_CALLBACK(ConfigGl)));
     EXPECT_TRUE(IsConnected(area, "expose-event", G_CALLBACK(ReDraw)));
+    EXPECT_TRUE(IsConnected(area, "motion-notify-event", G_CALLBACK(MouseMov)));
+    EXPECT_TRUE(IsConnected(area, "scroll-event", G_CALLBACK(MouseScroll)));
+    EXPECT_TRUE(IsConnected(area, "button-press-event", G_CALLBACK(ButtonPress)));
+    EXPECT_TRUE(IsConnected(area, "button-release-event", G_CALLBACK(ButtonRelease)));
+}
+
+TEST(MainWindow, HearsTheKeysWhereverTheFocusIs)
+{
+    GtkWidget* window = ShowMainWindow();
+    EXPECT_TRUE(IsConnected(window, "key-press-event", G_CALLBACK(KeyPress)));
+    EXPECT_TRUE(IsConnected(window, "key-release-event", G_CALLBACK(KeyRelease)));
+}
+
+TEST(TreePane, HandsItsEventsToTheTree)
+{
+    ShowMainWindow();
+    EXPECT_TRUE(IsConnected(treeview, "row-collapsed", G_CALLBACK(TreeCollapsed)));
+    EXPECT_TRUE(IsConnected(treeview, "row-expanded", G_CALLBACK(TreeExpanded)));
+    EXPECT_TRUE(IsConnected(treeview, "row-activated", G_CALLBACK(TreeActivated)));
+    EXPECT_TRUE(IsConnected(treeview, "button-release-event", G_CALLBACK(TreeButtonRelease)));
+    EXPECT_TRUE(IsConnected(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)), "changed",
+                            G_CALLBACK(TreeSelectedChange)));
+    EXPECT_TRUE(IsConnected(store, "row-deleted", G_CALLBACK(TreeDeleted)));
+    EXPECT_TRUE(IsConnected(store, "row-inserted", G_CALLBACK(TreeInserted)));
+    EXPECT_TRUE(IsConnected(store, "row-has-child-toggled", G_CALLBACK(TreeRowHasChild)));
 }
 
 TEST(MainWindow, TicksAsLongAsItIsThere)

@@ -2,7 +2,7 @@
 
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
-#include "ui/input.h"
+#include "ui/viewmenus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,15 @@
 #include "ui/toolbars.h"
 
 #include "geometry/creation.h"
+#include "scene/objexport.h"
 #include "scene/scenefile.h"
 #include "scene/undo.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
+#include "ui/viewtoggles.h"
+#include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/selectedfit.h"
 
 #include <gtest/gtest.h>
 
@@ -122,7 +126,8 @@ TEST(Toolbars, OfferTheFileCommandsFirst)
                       {plain, "gtk-save-as", "Save as...", false, G_CALLBACK(SaveAs)},
                       {separator},
                       {plain, "image2.png", "Create image..."},
-                      {plain, "gtk-convert", "Export selected wavefront obj format..."}});
+                      {plain, "gtk-convert", "Export selected wavefront obj format...", false,
+                       G_CALLBACK(SaveObj)}});
 }
 
 TEST(Toolbars, OfferTheEditCommandsSecond)
@@ -138,24 +143,26 @@ TEST(Toolbars, OfferTheEditCommandsSecond)
 TEST(Toolbars, OfferTheViewCommandsThird)
 {
     ExpectToolbar(
-        2, {{radio, "cube.png", "Background cube", true, nullptr, 0},
-            {radio, "plane.png", "Background plane", false, nullptr, 1},
-            {radio, "empty.png", "Background empty", false, nullptr, 2},
-            {separator},
-            {toggle, "gradient.png", "Gradient", false, nullptr, 0, &toolbutton_gradient},
-            {toggle, "image.png", "Background image..."},
-            {toggle, "smallcube.png", "Show small cube", true},
-            {toggle, "centerlines.png", "Show centerlines"},
-            {separator},
-            {radio, "shapeandwire.png", "Show shape and wire", true, nullptr, 2, &toolbutton_full},
-            {radio, "shape.png", "Show only shape", false, nullptr, 0},
-            {radio, "wire.png", "Show only wire", false, nullptr, 1, &toolbutton_wire},
-            {separator},
-            {toggle, "selected.png", "Show only selected shape", true},
-            {toggle, "perspective.png", "Perspective"},
-            {separator},
-            {plain, "zoomfit.png", "Zoom fit"},
-            {plain, "startposition.png", "Set start position"}});
+        2,
+        {{radio, "cube.png", "Background cube", true, G_CALLBACK(BgShape), 0},
+         {radio, "plane.png", "Background plane", false, G_CALLBACK(BgShape), 1},
+         {radio, "empty.png", "Background empty", false, G_CALLBACK(BgShape), 2},
+         {separator},
+         {toggle, "gradient.png", "Gradient", false, G_CALLBACK(Gradient), 0, &toolbutton_gradient},
+         {toggle, "image.png", "Background image...", false, G_CALLBACK(ImageBg)},
+         {toggle, "smallcube.png", "Show small cube", true, G_CALLBACK(SmallCube)},
+         {toggle, "centerlines.png", "Show centerlines", false, G_CALLBACK(CenterLines)},
+         {separator},
+         {radio, "shapeandwire.png", "Show shape and wire", true, G_CALLBACK(ShowShape), 2,
+          &toolbutton_full},
+         {radio, "shape.png", "Show only shape", false, G_CALLBACK(ShowShape), 0},
+         {radio, "wire.png", "Show only wire", false, G_CALLBACK(ShowShape), 1, &toolbutton_wire},
+         {separator},
+         {toggle, "selected.png", "Show only selected shape", true, G_CALLBACK(OnlySelected)},
+         {toggle, "perspective.png", "Perspective", false, G_CALLBACK(Perspective)},
+         {separator},
+         {plain, "zoomfit.png", "Zoom fit", false, G_CALLBACK(ZoomFit)},
+         {plain, "startposition.png", "Set start position", false, G_CALLBACK(SetStart)}});
 }
 
 static GSList* GetGroup(std::size_t place)

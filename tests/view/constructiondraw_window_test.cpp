@@ -164,6 +164,26 @@ TEST_F(ConstructionDrawing, FindsTheRecordsOfTheCentersBeforeThoseOfTheNewPoints
     EXPECT_EQ(picture.AtView(0.3, 0.004), MakePixel(0.4, 0.4, 0.4));
 }
 
+TEST_F(ConstructionDrawing, LiftsMarkersInFrontOfTheirPoints)
+{
+    Construct({{-0.3F, 0, 0.1F}}, {{0.3F, 0, 0.1F}});
+    gmouse[0] = 0.1F;
+    gmouse[1] = -0.2F;
+    newsign = 1;
+    const Pixel sheet = MakePixel(1, 0, 0);
+    const auto draw = [this](float depth) {
+        return window.DrawAndCover([] { ConstructionDraw(&mainview); }, depth);
+    };
+    Picture picture = draw(0.1235F);
+    EXPECT_FALSE(picture.AtView(-0.3, 0.004) == sheet);
+    EXPECT_FALSE(picture.AtView(0.3, 0.004) == sheet);
+    picture = draw(0.1245F);
+    EXPECT_EQ(picture.AtView(-0.3, 0.004), sheet);
+    EXPECT_EQ(picture.AtView(0.3, 0.004), sheet);
+    EXPECT_FALSE(draw(-0.0005F).AtView(0.096, -0.204) == sheet); // the placement cursor at 0
+    EXPECT_EQ(draw(0.0005F).AtView(0.096, -0.204), sheet);
+}
+
 TEST_F(ConstructionDrawing, ShowsWhereTheNextPointGoes)
 {
     const Pixel cursor = MakePixel(1, 1, 0.4);

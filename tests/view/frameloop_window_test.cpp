@@ -3,8 +3,8 @@
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
-#include "view/mainview.h"
 #include "view/cameraflight.h"
+#include "view/mainview.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
@@ -276,8 +276,17 @@ TEST_F(FrameLoop, ProjectsAgainAfterEachFrameOfTheCamera)
     EXPECT_FLOAT_EQ(shapest[0]->points[2][0], 0.5F);
 }
 
+// Nothing but the shapes is drawn.
+static void HideBackground()
+{
+    mainview.bgshape = BACKGROUND_NONE;
+    mainview.bgcubefade = 0;
+    mainview.smallcubefade = 0;
+}
+
 TEST_F(FrameLoop, DrawsTheSceneIntoTheWindow)
 {
+    HideBackground();
     AddShape(PlainSquareAt(0, 0, 0, {1, 0, 0, 1}).release());
     selected[0] = selectedfade;
     ProjectScene();
@@ -291,6 +300,7 @@ TEST_F(FrameLoop, DrawsTheSceneIntoTheWindow)
 
 TEST_F(FrameLoop, ClearsTheFormerFrame)
 {
+    HideBackground();
     AddShape(PlainSquareAt(0, 0, 0.9F, {1, 0, 0, 1}).release());
     selected[0] = selectedfade;
     ProjectScene();

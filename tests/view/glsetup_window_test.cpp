@@ -213,6 +213,15 @@ TEST_F(OpenGlSetup, ProjectsTheSceneAgainAfterAResize)
     EXPECT_EQ(showtable[0], SHOW_NOTHING);
 }
 
+TEST_F(OpenGlSetup, PointsWithOneCrossHairThatIsMadeOnce)
+{
+    GdkWindow* area = gtk_widget_get_window(window.GetArea());
+    GdkCursor* crosshair = gdk_window_get_cursor(area);
+    EXPECT_NE(crosshair, nullptr);
+    ConfigGl(window.GetArea(), nullptr);
+    EXPECT_EQ(gdk_window_get_cursor(area), crosshair);
+}
+
 // The pixels of a texture, red first.
 static std::vector<unsigned char> ReadTexture(unsigned int name, int size)
 {
@@ -353,6 +362,61 @@ TEST_F(IconFiles, HaveLinearFilters)
     });
 }
 
+// What an older driver has is only known to a new process, which opens a display of its own.
+class OlderDriver : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+    }
+};
+
+static void ExitWith(bool passed)
+{
+    std::exit(passed ? 0 : 1);
+}
+
+TEST_F(OlderDriver, WithoutSeparateBlendingBlendsAlikeAndSmoothsNoEdges)
+{
+    EXPECT_EXIT(
+        {
+            setenv("MESA_GL_VERSION_OVERRIDE", "1.3", 1);
+            const GlWindow window(100, 100);
+            bool alike = false;
+            window.Run([&] {
+                alike = GetInteger(GL_BLEND_SRC) == GL_SRC_ALPHA &&
+                        GetInteger(GL_BLEND_DST) == GL_ONE_MINUS_SRC_ALPHA &&
+                        GetInteger(GL_BLEND_DST_ALPHA) == GL_ONE_MINUS_SRC_ALPHA;
+            });
+            ExitWith(alike && antialiasingok == 0 && shaderok == 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+static void ExpectFixedPathWithout(const char* extension)
+{
+    EXPECT_EXIT(
+        {
+            setenv("MESA_EXTENSION_OVERRIDE", extension, 1);
+            const GlWindow window(100, 100);
+            AddShape(SquareAt(0, 0, 0).release());
+            selected[0] = selectedfade;
+            ProjectScene();
+            // The fixed-function grey: 0.2 + 0.6 (1 - acos(1 / sqrt 3) / pi) = 0.61755
+            const Pixel grey = window.DrawScene().AtView(0.1, 0.05);
+            ExitWith(shaderok == 0 && !UsesPrograms() &&
+                     grey == MakePixel(0.61755, 0.61755, 0.61755));
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(OlderDriver, WithoutEitherProgramDrawsTheFixedPath)
+{
+    ExpectFixedPathWithout("-GL_ARB_vertex_program");
+    ExpectFixedPathWithout("-GL_ARB_fragment_program");
+}
+
 // Answers the open message dialog and prints what it says.
 static int AnswerMessage(void* /*data*/)
 {
@@ -370,9 +434,8 @@ static int AnswerMessage(void* /*data*/)
     return TRUE;
 }
 
-TEST(OpenGlStart, EndsTheProgramWithADialogWhereThereIsNoContext)
+TEST_F(OlderDriver, WithoutAnyContextEndsTheProgramWithADialog)
 {
-    GTEST_FLAG_SET(death_test_style, "threadsafe"); // the child opens a display of its own
     EXPECT_EXIT(
         {
             GtkWidget* toplevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);

@@ -51,6 +51,12 @@ protected:
                               corner[1] + (corner[1] < 0 ? -outside : outside));
     }
 
+    // The height at which the square's cut passes 0.1025: it runs along one diagonal or the other.
+    static double FindCut(const Picture& picture)
+    {
+        return picture.AtView(0.1025, 0.1025) == cleared ? -0.0975 : 0.1025;
+    }
+
     GlWindow window{200, 200};
 };
 
@@ -78,9 +84,8 @@ TEST_F(LineDrawing, DrawsTheWholeStripe)
 TEST_F(LineDrawing, DrawsTriangleEdgesInDarkBlue)
 {
     // The cut from corner to corner is an edge and no stripe; the lines' alpha does not concern it.
-    const Pixel pixel = Draw(0).AtView(0.0025, 0.0025);
-    const Pixel other = Draw(0).AtView(0.1025, -0.0975);
-    const Pixel cut = pixel == cleared ? other : pixel;
+    const Picture picture = Draw(0);
+    const Pixel cut = picture.AtView(0.1025, FindCut(picture));
     EXPECT_LT(cut.red, 55);
     EXPECT_NEAR(cut.green, cut.red, 1);
     EXPECT_NEAR(cut.blue, 77, 2); // the background is as blue as the edge
@@ -124,6 +129,26 @@ TEST_F(LineDrawing, BrightensAHoveredMarker)
 TEST_F(LineDrawing, BlendsMarkersByItsAlpha)
 {
     EXPECT_EQ(GetMarker(Draw(0.5F), 0), MakePixel((1 + 0.3) / 2, (0.4 + 0.3) / 2, (0.4 + 0.3) / 2));
+}
+
+TEST_F(LineDrawing, LiftsStripesAndMarkersInFrontOfTriangleEdges)
+{
+    const ShownShape shown = GetShownShapes().front();
+    const Pixel sheet = MakePixel(1, 0, 0);
+    const auto draw = [&](float depth) {
+        return window.DrawAndCover([&] { LineDraw(shown, GetMarkerSize(), 1, shapest[0]); }, depth);
+    };
+    const double cut = FindCut(Draw(1));
+    Picture picture = draw(0.0115F);
+    EXPECT_FALSE(picture.AtView(0.1025, cut) == sheet); // a triangle edge at 0.012
+    picture = draw(0.0125F);
+    EXPECT_EQ(picture.AtView(0.1025, cut), sheet);
+    picture = draw(0.0235F);
+    EXPECT_FALSE(picture.AtView(0.0525, 0.2525) == sheet); // a stripe at 0.024
+    EXPECT_FALSE(GetMarker(picture, 1) == sheet);          // a marker at 0.024
+    picture = draw(0.0245F);
+    EXPECT_EQ(picture.AtView(0.0525, 0.2525), sheet);
+    EXPECT_EQ(GetMarker(picture, 1), sheet);
 }
 
 TEST_F(LineDrawing, PutsTicksRoundAHoveredMarkerAlone)

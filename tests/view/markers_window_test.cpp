@@ -48,14 +48,23 @@ TEST_F(Markers, GiveLineAndOutlineTheirOwnAlpha)
     EXPECT_LT(picture.AtView(0, 0.0275).red, 40);
 }
 
-TEST_F(Markers, StandALineWithoutLength)
+TEST_F(Markers, HaveTheirOutlineFiveEighthsOfTheWidthAside)
 {
-    const Picture picture =
-        window.Draw([] { DuplaLineDraw(0.1F, 0.1F, -0.5F, 0.1F, 0.1F, 0.5F, 3, 1, 1, 1, 1, 1); });
-    for (int i = 0; i < picture.width; i++) { // no outline that flies off to anywhere
-        EXPECT_EQ(picture.At(i, 50), cleared);
-        EXPECT_EQ(picture.At(50, i), cleared);
-    }
+    // 5 * 8 / 8 pixels of 1/200 each
+    const OutlineOffset along = GetOutlineOffset(-0.2F, 0, 0.2F, 0, 8);
+    EXPECT_FLOAT_EQ(along.x, 0);
+    EXPECT_FLOAT_EQ(along.y, -0.025F);
+    const OutlineOffset slanted = GetOutlineOffset(0, 0, 0.3F, 0.4F, 8); // across: (0.8, -0.6)
+    EXPECT_FLOAT_EQ(slanted.x, 0.025F * 0.8F);
+    EXPECT_FLOAT_EQ(slanted.y, -0.025F * 0.6F);
+}
+
+TEST_F(Markers, HaveNoOffsetBesideALineWithoutLength)
+{
+    const OutlineOffset offset = GetOutlineOffset(0.1F, 0.1F, 0.1F, 0.1F, 3);
+    EXPECT_EQ(offset.x, 0); // a plain division would give no number
+    EXPECT_EQ(offset.y, 0);
+    window.Draw([] { DuplaLineDraw(0.1F, 0.1F, -0.5F, 0.1F, 0.1F, 0.5F, 3, 1, 1, 1, 1, 1); });
 }
 
 TEST_F(Markers, AreFourPixelsWideOnTheShorterSide)

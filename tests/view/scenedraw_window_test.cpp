@@ -1,5 +1,6 @@
 #include "view/scenedraw.h"
 
+#include "geometry/creation.h"
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
@@ -104,6 +105,12 @@ TEST_F(SceneDrawing, ShowsTheBackOfATurnedSideInItsBackColors)
     forcefixed = 1;
     const double t = GetFlatWeight();
     EXPECT_EQ(DrawPlain().AtView(0.1, 0.05), MakePixel(t, 0, 1 - t));
+}
+
+TEST_F(SceneDrawing, ShadesTheBackOfADefaultSideLikeItsFront)
+{
+    Add(TurnOver(SquareAt(0, 0, 0)));
+    EXPECT_EQ(DrawPlain().AtView(0.1, 0.05), MakePixel(0.64552, 0.64552, 0.64552));
 }
 
 TEST_F(SceneDrawing, TakesTheBackAcuityForTheBack)
@@ -234,29 +241,36 @@ TEST_F(SceneDrawing, KeepsTheColorsOfManySidesApart)
     }
 }
 
-TEST_F(SceneDrawing, DrawsMoreTrianglesThanWaitTogether)
+TEST_F(SceneDrawing, ChangesTheLightWithTheFacing)
 {
-    // 5000 triangles with one light state but for the facing, which changes from side to side; the
-    // second sheet is behind the first and larger than what is drawn in one call.
-    OwnedShape sheet = CheckeredSheet(50);
+    OwnedShape sheet = CheckeredSheet(10); // every second square shows its back
     for (int i = 0; i < sheet->sidenumber; i++) {
-        PaintPlain(sheet->sides[i], {0, 1, 0, 1});
-        sheet->sides[i].visibility = VISIBLE_FRONT;
-    }
-    OwnedShape back(CopyShape(sheet.get()));
-    for (int i = 0; i < back->sidenumber; i++) {
-        PaintPlain(back->sides[i], {1, 0, 0, 1});
-        back->sides[i].visibility = VISIBLE_BACK;
+        Paint(sheet->sides[i], FRONT_LIGHT, {0, 1, 0, 1}, {0, 1, 0, 1});
+        Paint(sheet->sides[i], BACK_LIGHT, {1, 0, 0, 1}, {1, 0, 0, 1});
     }
     Add(std::move(sheet));
-    Add(std::move(back));
-    antialiasingok = 0; // the borders of such small squares would cover them
     const Picture picture = DrawPlain();
-    for (int i = 0; i < 50; i++) { // a square is two pixels wide; its lower left one is looked at
-        for (int j = 0; j < 50; j++) {
-            EXPECT_EQ(picture.At(50 + 2 * i, 50 + 2 * j),
+    for (int i = 0; i < 10; i++) { // a square is ten pixels wide
+        for (int j = 0; j < 10; j++) {
+            EXPECT_EQ(picture.At(53 + 10 * i, 56 + 10 * j),
                       (i + j) % 2 == 0 ? MakePixel(0, 1, 0) : MakePixel(1, 0, 0))
                 << i << " " << j;
+        }
+    }
+}
+
+TEST_F(SceneDrawing, DrawsMoreTrianglesThanWaitTogether)
+{
+    OwnedShape sheet = CheckeredSheet(50); // 5000 triangles that share one light state
+    for (int i = 0; i < sheet->sidenumber; i++) {
+        PaintPlain(sheet->sides[i], {0, 1, 0, 1});
+    }
+    Add(std::move(sheet));
+    antialiasingok = 0; // the borders of such small squares would cover them
+    const Picture picture = DrawPlain();
+    for (int x = 50; x < 150; x++) {
+        for (int y = 50; y < 150; y++) {
+            ASSERT_EQ(picture.At(x, y), MakePixel(0, 1, 0)) << x << " " << y;
         }
     }
 }
@@ -297,6 +311,9 @@ TEST_F(SceneDrawing, OutlinesTheTrianglesOfAHoveredSideInWhite)
     // The side is cut from corner to corner at its first corner; the cut runs through the middle.
     EXPECT_GT(picture.AtView(0.0025, 0.0025).green, 128);
     EXPECT_EQ(picture.AtView(0.1, 0.05), MakePixel(1, 0, 0));
+    const auto draw = [] { SceneDraw(&mainview); };
+    EXPECT_GT(window.DrawAndCover(draw, 0.0115F).AtView(0.0025, 0.0025).green, 128); // at 0.012
+    EXPECT_EQ(window.DrawAndCover(draw, 0.0125F).AtView(0.0025, 0.0025), MakePixel(1, 0, 0));
     activesides[0].fade = 0;
     picture = window.DrawScene();
     EXPECT_EQ(picture.AtView(0.0025, 0.0025), MakePixel(1, 0, 0));
@@ -342,16 +359,26 @@ TEST_F(SceneDrawing, SmoothsTheBorderInTheColorOfTheSide)
 
 TEST_F(SceneDrawing, LeavesEdgesBetweenLikeSidesUnsmoothed)
 {
-    // Two translucent squares side by side in one shape: a line on the seam would darken it twice.
-    constexpr float h = 0.2525F;
-    OwnedShape pair = MakeShape(
-        {{-h, -h, 0}, {0.0025F, -h, 0}, {h, -h, 0}, {h, h, 0}, {0.0025F, h, 0}, {-h, h, 0}},
-        {{0, 1, 4, 5}, {1, 2, 3, 4}});
-    PaintPlain(pair->sides[0], {1, 0, 0, 0.5F});
-    PaintPlain(pair->sides[1], {1, 0, 0, 0.5F});
-    Add(std::move(pair));
-    const Picture picture = DrawPlain();
+    // A translucent roof seen from above. Its ridge runs between two columns of pixels, nearer than
+    // both: a line on it would cover them a second time.
+    constexpr float h = 0.25F;
+    OwnedShape roof = MakeShape({{-h, -h, -0.2F},
+                                 {0, -h, 0.2F},
+                                 {h, -h, -0.2F},
+                                 {h, h, -0.2F},
+                                 {0, h, 0.2F},
+                                 {-h, h, -0.2F}},
+                                {{0, 1, 4, 5}, {1, 2, 3, 4}});
+    PaintPlain(roof->sides[0], {1, 0, 0, 0.5F});
+    PaintPlain(roof->sides[1], {1, 0, 0, 0.5F});
+    Add(std::move(roof));
+    Picture picture = DrawPlain();
     EXPECT_EQ(picture.AtView(0.0025, 0.1), picture.AtView(0.1, 0.1));
+    EXPECT_EQ(picture.AtView(-0.0025, 0.1), picture.AtView(0.1, 0.1));
+    shapes[0]->sides[1].colors[BACK_ACUITY] = 0.5F; // now the sides differ, if only at the back
+    ChangeShape(0);
+    picture = DrawPlain();
+    EXPECT_GT(picture.AtView(0.0025, 0.1).red, picture.AtView(0.1, 0.1).red + 10);
 }
 
 // Which of the two kinds of drawing a picture of a red square shows: sides at its middle, lines at
@@ -394,12 +421,13 @@ TEST_F(SceneDrawing, ChoosesSidesAndLinesByTheirFadesAndTheTree)
 
 TEST_F(SceneDrawing, DrawsNoSideOfAShapeThatIsFadedOut)
 {
-    Add(PlainSquareAt(0.0025F, 0.0025F, 0, {1, 0, 0, 1}));
+    Add(SquareAt(0.0025F, 0.0025F, 0));
     ProjectScene();
     selected[0] = selectedintree; // its level and its target are 0
     showtable[0] = SHOW_PLAIN;
-    const Picture picture = window.DrawScene();
-    EXPECT_EQ(picture.AtView(0.1, 0.05), cleared);
+    // Invisible sides would still write their depth and hide a sheet behind them.
+    const Picture picture = window.DrawAndCover([] { SceneDraw(&mainview); }, -0.5F);
+    EXPECT_EQ(picture.AtView(0.1, 0.05), MakePixel(1, 0, 0));
 }
 
 TEST_F(SceneDrawing, DrawsLinesUnderFadingSides)
@@ -410,6 +438,18 @@ TEST_F(SceneDrawing, DrawsLinesUnderFadingSides)
     // Lines under the sides with weight GetCosRate(10) = 0.75, and in front of them in depth: black
     // on the background. The shape is not marked, so nothing comes over the sides.
     EXPECT_LT(DrawPlain().AtView(-0.2475, 0.1).red, 70);
+}
+
+TEST_F(SceneDrawing, DrawsTheConstructionWhereNoShapeIsVisible)
+{
+    const int shape = Add(SquareAt(0, 0, 0));
+    mainview.center[0] = 5; // the square lies beside the view
+    ProjectScene();
+    ASSERT_EQ(showtable[shape], SHOW_NOTHING);
+    newsign = 1;
+    gmouse[0] = 0.1025F;
+    gmouse[1] = 0.0525F;
+    EXPECT_EQ(window.DrawScene().AtView(0.1025, 0.0525), MakePixel(1, 1, 0.4));
 }
 
 TEST_F(SceneDrawing, IsUnchangedByASecondFrame)

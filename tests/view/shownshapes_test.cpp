@@ -99,9 +99,9 @@ TEST_F(ShownShapes, KnowWhereTheirActiveRecordsBegin)
 TEST_F(ShownShapes, AreDrawnFromTheCopyThatTheProjectionChose)
 {
     Add(Square(), 0, SHOW_PLAIN);
-    EXPECT_EQ(GetDrawnCopy({0, 0, 0, 0}), shapest[0]);
+    EXPECT_EQ(GetDrawnCopy(0), shapest[0]);
     showtable[0] = SHOW_ROUNDED;
-    EXPECT_EQ(GetDrawnCopy({0, 0, 0, 0}), round1t[0]);
+    EXPECT_EQ(GetDrawnCopy(0), round1t[0]);
 }
 
 TEST_F(ShownShapes, HaveTheProductOfBothFades)

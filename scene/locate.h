@@ -1,0 +1,17 @@
+// Which shape an active element belongs to. Each active list holds the elements of all shapes in
+// scene order, so an index into it names a shape and an element inside it.
+#pragma once
+
+namespace korvane
+{
+
+struct Location {
+    int shape; // index of the shape; -1 when the index lies outside the shapes' elements
+    int index; // index of the element inside the shape
+};
+
+Location LocatePoint(int activepoint);   // an index into activepoints
+Location LocateStripe(int activestripe); // an index into activestripes
+Location LocateSide(int activeside);     // an index into activesides
+
+} // namespace korvane

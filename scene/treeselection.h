@@ -1,0 +1,38 @@
+// The selected rows of the tree view, and what they mean for the shapes: which are marked, which
+// are shown while the view is restricted to the selection, and where a new node goes.
+#pragma once
+
+#include <gtk/gtk.h>
+
+namespace korvane
+{
+
+extern GtkTreeSelection*
+    tselection; // borrowed; the tree view's selection; null before it first changed
+
+// Selection handler: fills treeselected, drops what lies inside another selected folder, and sets
+// the shapes' `selected` bits.
+void TreeSelectedChange(GtkTreeSelection* selection);
+
+// Rows that vanish would call the handler once each, with nodes half gone. Between these two it is
+// silent; EndRowRemoval runs it once. They may be nested.
+void BeginRowRemoval();
+void EndRowRemoval();
+
+// Marks every shape at or below a node as selected and shown.
+void SetSelected(int node);
+
+// Adds a node's row to the selection, once the folders above it are open: the tree view cannot
+// select a row that it does not show.
+void SelectRow(int node);
+
+// Adds a shape's row to the selection, unless it or a folder above it is there already.
+void SetSelection(int shapeindex);
+
+// The folder in which a new node goes, from the current selection.
+int GetTreePutPlace();
+
+// AddTreeIter at that place.
+int CreateTreeIter(int type, char* name);
+
+} // namespace korvane

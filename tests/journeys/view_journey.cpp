@@ -1,0 +1,195 @@
+// The view under the hand: real pointer and key events over a yellow box.
+#include "tests/support/journey.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+using namespace korvane::testing;
+
+// The box fills x from 0.1 to 0.3, y from 0.1 to 0.2 and z from -0.15 to 0.05; every corner is
+// marked, so that it stays a box when it is rounded.
+static std::string GetBoxScene()
+{
+    std::string text = "Korvane v1.0\n\n#Created by Mirtal v1.0\n\nShapeNumber: 1\n\nFolders:\n\n"
+                       "Name:\n/box\nPointNumber: 8\nPoints:\n"
+                       "0,1\t0,1\t-0,15\n0,3\t0,1\t-0,15\n0,3\t0,2\t-0,15\n0,1\t0,2\t-0,15\n"
+                       "0,1\t0,1\t0,05\n0,3\t0,1\t0,05\n0,3\t0,2\t0,05\n0,1\t0,2\t0,05\n"
+                       "VertexNumber: 8\nVertexes:\n0 1 2 3 4 5 6 7\n";
+    const char* triangles[] = {"0 3 2", "0 2 1", "4 5 6", "4 6 7", "0 1 5", "0 5 4",
+                               "3 7 6", "3 6 2", "0 4 7", "0 7 3", "1 2 6", "1 6 5"};
+    const char* sides[] = {"0 3 2 1", "4 5 6 7", "0 1 5 4", "3 7 6 2", "0 4 7 3", "1 2 6 5"};
+    text += "TriangleNumber: 12\nTriangles:\n";
+    for (const char* triangle : triangles) {
+        text += std::string(triangle) + "\n";
+    }
+    text += "SideNumber: 6\nSides:\n";
+    for (int i = 0; i < 6; i++) {
+        text += std::string("PointNumber: 4\nPoints:\n") + sides[i] +
+                "\nTriangleNumber: 2\nTriangles:\n" + std::to_string(2 * i) + " " +
+                std::to_string(2 * i + 1) +
+                "\nVisibility: front\nColors:\n0,9 0,9 0 1\n0,7 0,7 0 1\n0,1\n"
+                "0,9 0,9 0 1\n0,7 0,7 0 1\n0,1\n";
+    }
+    return text;
+}
+
+static bool IsYellow(const Color& color)
+{
+    return color.red > 80 && color.green > 80 && color.blue < std::min(color.red, color.green) / 2;
+}
+
+// The middle of what is yellow, in pixels from the middle of the view, y up.
+struct Spot {
+    double x, y;
+};
+
+static Spot FindBox(const Picture& picture)
+{
+    double x = 0;
+    double y = 0;
+    int number = 0;
+    for (int row = 0; row < picture.height; row++) {
+        for (int column = 0; column < picture.width; column++) {
+            if (IsYellow(picture.At(column, row))) {
+                x += column + 0.5;
+                y += row + 0.5;
+                number++;
+            }
+        }
+    }
+    const double count = std::max(number, 1);
+    return {x / count - picture.width / 2.0, picture.height / 2.0 - y / count};
+}
+
+class View : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const std::string scene = journey.GetFolder() + "/box.mrt";
+        std::ofstream(scene) << GetBoxScene();
+        ASSERT_TRUE(journey.Start(scene));
+        journey.MoveTo(3, 3); // on no shape
+        ASSERT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
+        first = journey.LookWhenStill();
+        shorter = std::min(first.width, first.height);
+    }
+
+    // Pixels of a place in view coordinates.
+    int X(double x) const
+    {
+        return int(first.width / 2.0 + x * shorter);
+    }
+    int Y(double y) const
+    {
+        return int(first.height / 2.0 - y * shorter);
+    }
+
+    bool WaitForChange(const Picture& from)
+    {
+        return WaitFor([&] { return from.CountDifferences(journey.Look()) > muchchanged; });
+    }
+
+    bool WaitForFirstPicture()
+    {
+        return WaitFor([&] { return first.CountDifferences(journey.Look()) == 0; });
+    }
+
+    static constexpr int muchchanged = 2000; // pixels; a lit edge or point has fewer
+
+    Journey journey;
+    Picture first; // the view at the start
+    int shorter = 0;
+};
+
+TEST_F(View, IsTurnedByALeftDragOnTheBackgroundAndSnapsToTheAxes)
+{
+    journey.MoveTo(X(-0.2), Y(-0.2));
+    first = journey.LookWhenStill(); // the wall under the pointer is lit
+    journey.Press(1);
+    journey.MoveTo(X(0), Y(-0.15));
+    EXPECT_TRUE(WaitForChange(first));
+    journey.LookWhenStill();           // a step is taken for each drawn frame at most
+    journey.MoveTo(X(-0.19), Y(-0.2)); // two degrees from where it began
+    EXPECT_TRUE(WaitForFirstPicture());
+    journey.Release(1);
+    EXPECT_TRUE(WaitForFirstPicture());
+}
+
+TEST_F(View, KeepsThePlaceUnderThePointerWhenTheWheelZooms)
+{
+    constexpr int inside = 14; // pixels from the corner, beyond what marks the point
+    const int x = X(0.1);
+    const int y = Y(0.1);
+    journey.MoveTo(x, y);
+    for (int step = 0; step < 4; step++) { // twice as large
+        journey.Click(x, y, 4);
+    }
+    // the box is 0.2 wide, and then 0.4: from 0.1 to 0.5
+    EXPECT_TRUE(WaitFor([&] {
+        const Picture picture = journey.Look();
+        return IsYellow(picture.At(X(0.48), Y(0.15))) && !IsYellow(picture.At(X(0.52), Y(0.15)));
+    }));
+    const Picture zoomed = journey.LookWhenStill();
+    EXPECT_TRUE(IsYellow(zoomed.At(X(0.3), Y(0.28)))); // and from 0.1 to 0.3 high
+    EXPECT_FALSE(IsYellow(zoomed.At(X(0.3), Y(0.32))));
+    EXPECT_TRUE(IsYellow(zoomed.At(x + inside, y - inside)));
+    EXPECT_FALSE(IsYellow(zoomed.At(x - inside, y - inside)));
+    EXPECT_FALSE(IsYellow(zoomed.At(x + inside, y + inside)));
+}
+
+// The left wall faces the viewer when it has been clicked, upright; clicked again it rolls.
+TEST_F(View, FliesToAClickedWallAndRollsIt)
+{
+    journey.Click(20, Y(0));
+    ASSERT_TRUE(WaitForChange(first));
+    const Picture flown = journey.LookWhenStill();
+    const Spot facing = FindBox(flown);
+    // seen from +x: y still points up and the middle of the box in z, -0.05, lies to the side
+    EXPECT_NEAR(facing.y, 0.15 * shorter, 3);
+    EXPECT_NEAR(std::abs(facing.x), 0.05 * shorter, 3);
+
+    journey.Click(X(-0.2), Y(-0.2));
+    ASSERT_TRUE(WaitForChange(flown));
+    const Spot rolled = FindBox(journey.LookWhenStill());
+    EXPECT_NEAR(std::abs(rolled.x), 0.15 * shorter, 3); // a quarter turn
+    EXPECT_NEAR(std::abs(rolled.y), 0.05 * shorter, 3);
+}
+
+TEST_F(View, FliesToAClickedSurface)
+{
+    journey.Click(X(0.15), Y(0.15)); // the side at z = 0.05 faces the viewer already
+    ASSERT_TRUE(WaitForChange(first));
+    const Spot box = FindBox(journey.LookWhenStill());
+    EXPECT_NEAR(box.x, 0.05 * shorter, 3); // its middle, 0.2 and 0.15, from the clicked spot
+    EXPECT_NEAR(box.y, 0, 3);
+}
+
+TEST_F(View, PopsUpAMenuAtARightClickButNotAfterARightDrag)
+{
+    journey.MoveTo(X(-0.3), Y(-0.3));
+    journey.Press(3);
+    journey.MoveTo(X(-0.2), Y(-0.2));
+    journey.MoveTo(X(-0.1), Y(-0.2));
+    journey.Release(3);
+    const Picture before = journey.LookWhenStill();
+    journey.Key("plus"); // what the window, not a menu, hears
+    EXPECT_TRUE(WaitForChange(before));
+    EXPECT_FALSE(journey.HasMenu());
+
+    journey.Click(X(-0.3), Y(-0.3), 3);
+    EXPECT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
+    journey.Key("Escape"); // the menu goes, the program stays
+    EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
+    EXPECT_TRUE(journey.IsRunning());
+}
+
+TEST_F(View, GoesWithTheProgramAtEscape)
+{
+    journey.Key("Escape");
+    EXPECT_EQ(journey.WaitForEnd(), 0);
+}

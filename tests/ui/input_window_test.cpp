@@ -1,0 +1,378 @@
+#include "ui/input.h"
+
+#include "geometry/creation.h"
+#include "geometry/duplication.h"
+#include "scene/model.h"
+#include "tests/support/shapes.h"
+#include "tests/support/widgets.h"
+#include "ui/dialogs.h"
+#include "ui/viewmenus.h"
+#include "view/cameraflight.h"
+#include "view/frameloop.h"
+#include "view/mainview.h"
+#include "view/navigation.h"
+#include "view/picking.h"
+
+#include <gtest/gtest.h>
+#include <gdk/gdkkeysyms.h>
+#include <gtk/gtk.h>
+
+#include <cmath>
+#include <cstring>
+
+namespace korvane
+{
+
+using namespace korvane::testing;
+
+static constexpr int left = 1;
+static constexpr int middle = 2;
+static constexpr int right = 3;
+
+static const MainView start = mainview; // as the program begins
+
+// The drawing area is taken to be 1000 by 800 pixels, so that the shorter side is 800: the pixel
+// (500, 400) is the origin, and 80 pixels are 0.1 view units. No timer runs: ticks are set by hand.
+class Input : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ShowMainWindow();
+        StartEmptyScene();
+        mainview = start;
+        mainview.bgshape = BACKGROUND_NONE;
+        width = 1000;
+        height = 800;
+        camposition = cameraframes;
+        newsign = 0;
+        duplicatesign = 0;
+        keyspace = 0;
+        mstate = POINTER_IDLE;
+        runtime = 0;
+        rdstate = 0;
+        Move(500, 400);
+    }
+
+    void Press(int button, GdkEventType type = GDK_BUTTON_PRESS)
+    {
+        GdkEventButton event = {};
+        event.type = type;
+        event.button = guint(button);
+        event.x = x;
+        event.y = y;
+        EXPECT_EQ(ButtonPress(nullptr, &event), TRUE);
+    }
+
+    void Release(int button)
+    {
+        GdkEventButton event = {};
+        event.type = GDK_BUTTON_RELEASE;
+        event.button = guint(button);
+        EXPECT_EQ(ButtonRelease(nullptr, &event), TRUE);
+    }
+
+    void Move(double newx, double newy)
+    {
+        x = newx;
+        y = newy;
+        GdkEventMotion event = {};
+        event.x = x;
+        event.y = y;
+        EXPECT_EQ(MouseMov(nullptr, &event), FALSE);
+    }
+
+    // One frame has been drawn, so that the next drag step may be taken.
+    static void DrawFrame()
+    {
+        rdstate = 0;
+    }
+
+    static bool IsTurned()
+    {
+        return std::memcmp(mainview.freerotation, start.freerotation, sizeof start.freerotation) !=
+               0;
+    }
+
+    double x = 0;
+    double y = 0;
+};
+
+static void AddProjected(OwnedShape shape)
+{
+    AddToScene(std::move(shape), "shape");
+    TransferAllShape();
+    ChangeActives();
+}
+
+TEST_F(Input, TakesPixelsToViewCoordinatesWithYPointingUp)
+{
+    Move(660, 320); // 160 right of the middle and 80 above it, over 800
+    EXPECT_FLOAT_EQ(mouse[0], 0.2F);
+    EXPECT_FLOAT_EQ(mouse[1], 0.1F);
+    EXPECT_EQ(mouse[2], 0.0F);
+}
+
+TEST_F(Input, ShowsThePlaceOfThePointerInTheScene)
+{
+    mainview.scale = 2;
+    mainview.center[2] = 3;
+    Move(660, 320);
+    GtkWidget* label = FindWidget(statusbar, GTK_TYPE_LABEL);
+    EXPECT_STREQ(gtk_label_get_text(GTK_LABEL(label)), " X:   0.1000\t Y:   0.0500\t Z:   3.0000");
+}
+
+TEST_F(Input, RecordsThePress)
+{
+    Move(660, 320);
+    runtime = 77;
+    Press(left);
+    EXPECT_EQ(buttonpressx, 660.0F);
+    EXPECT_EQ(buttonpressy, 320.0F);
+    EXPECT_FLOAT_EQ(buttonpressgx, 0.2F);
+    EXPECT_FLOAT_EQ(buttonpressgy, 0.1F);
+    EXPECT_EQ(presstime, 77);
+}
+
+TEST_F(Input, GoesThroughTheStatesOfEachButton)
+{
+    Press(left);
+    EXPECT_EQ(mstate, LEFT_DOWN);
+    Release(left);
+    EXPECT_EQ(mstate, LEFT_RELEASED);
+    Press(middle);
+    EXPECT_EQ(mstate, MIDDLE_DOWN);
+    Release(middle);
+    EXPECT_EQ(mstate, MIDDLE_RELEASED);
+    Press(right);
+    EXPECT_EQ(mstate, RIGHT_DOWN);
+    Move(600, 400);
+    EXPECT_EQ(mstate, RIGHT_DRAG);
+    Release(right);
+    EXPECT_EQ(mstate, RIGHT_RELEASED);
+}
+
+TEST_F(Input, LeavesTheStateToOtherButtons)
+{
+    mstate = POINTER_IDLE;
+    Press(8);
+    EXPECT_EQ(mstate, POINTER_IDLE);
+    Release(8);
+    EXPECT_EQ(mstate, POINTER_IDLE);
+}
+
+TEST_F(Input, DoesNotCountTheExtraPressOfADoubleClick)
+{
+    Press(left);
+    Release(left);
+    Press(left, GDK_2BUTTON_PRESS);
+    EXPECT_EQ(mstate, LEFT_RELEASED);
+}
+
+TEST_F(Input, TakesAWiggleOfSixPixelsForAClick)
+{
+    Press(left);
+    Move(506, 400); // exactly 6 pixels: not more
+    EXPECT_EQ(mstate, LEFT_DOWN);
+    Move(506.1, 400);
+    EXPECT_EQ(mstate, LEFT_DRAG);
+}
+
+TEST_F(Input, TakesAWiggleAfterThirtyTwoTicksForADrag)
+{
+    Press(left);
+    runtime = 32;
+    Move(505, 400);
+    EXPECT_EQ(mstate, LEFT_DOWN);
+    runtime = 33;
+    Move(504, 400);
+    EXPECT_EQ(mstate, LEFT_DRAG);
+}
+
+TEST_F(Input, TurnsTheViewByALeftDrag)
+{
+    Press(left);
+    Move(580, 400);
+    EXPECT_TRUE(IsTurned());
+    EXPECT_EQ(rdstate, redrawwanted);
+    Release(left);
+    EXPECT_EQ(mstate, LEFT_RELEASED);
+}
+
+TEST_F(Input, TakesOneStepOfALeftDragPerFrame)
+{
+    Press(left);
+    Move(580, 400);
+    const MainView before = mainview;
+    Move(660, 400); // the frame of the first step is not yet drawn
+    EXPECT_EQ(std::memcmp(mainview.freerotation, before.freerotation, sizeof before.freerotation),
+              0);
+    DrawFrame();
+    Move(661, 400);
+    EXPECT_NE(std::memcmp(mainview.freerotation, before.freerotation, sizeof before.freerotation),
+              0);
+}
+
+TEST_F(Input, SkipsADragStepOfAThousandth)
+{
+    Press(left);
+    Move(580, 400);
+    const MainView before = mainview;
+    DrawFrame();
+    Move(580.7, 400); // 0.7 of 800 pixels
+    EXPECT_EQ(std::memcmp(mainview.freerotation, before.freerotation, sizeof before.freerotation),
+              0);
+    EXPECT_EQ(rdstate, 0);
+}
+
+TEST_F(Input, MovesTheViewByAMiddleDragWithoutWaitingForFrames)
+{
+    Press(middle);
+    Move(580, 400); // 0.1 to the right: the centre goes to the left
+    EXPECT_NEAR(mainview.center[0], -0.1, 1e-6);
+    Move(580, 320);
+    EXPECT_NEAR(mainview.center[0], -0.1, 1e-6);
+    EXPECT_NEAR(mainview.center[1], -0.1, 1e-6);
+    Release(middle);
+    EXPECT_EQ(mstate, MIDDLE_RELEASED);
+    EXPECT_NEAR(mainview.center[1], -0.1, 1e-6);
+}
+
+TEST_F(Input, DoesNotTurnTheViewWhenAPointOrAnEdgeWasPressed)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Move(500 - 240, 400 + 240); // on the first point
+    ASSERT_NE(activepointer, nullptr);
+    ASSERT_EQ(activepointer->type, ELEMENT_POINT);
+    Press(left);
+    EXPECT_EQ(buttonpresspointactive, 0);
+    EXPECT_EQ(buttonpressstripeactive, -1);
+    EXPECT_EQ(buttonpresssideactive, -1);
+    Move(300, 600);
+    EXPECT_FALSE(IsTurned());
+}
+
+TEST_F(Input, FliesToAClickedSide)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Move(500, 420);
+    ASSERT_NE(activepointer, nullptr);
+    ASSERT_EQ(activepointer->type, ELEMENT_SIDE);
+    Press(left);
+    EXPECT_EQ(buttonpresssideactive, 0);
+    Release(left);
+    EXPECT_EQ(camposition, 0); // a flight has begun
+}
+
+TEST_F(Input, DoesNothingWhenTheBackgroundIsClicked)
+{
+    Press(left);
+    Release(left);
+    EXPECT_EQ(camposition, cameraframes);
+    EXPECT_FALSE(IsTurned());
+}
+
+TEST_F(Input, LetsClicksReachASideDuringAConstructionWhileSpaceIsHeld)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    newsign = 1;
+    SetActivesOff();
+    Move(500, 420);
+    EXPECT_EQ(activepointer, nullptr);
+    GdkEventKey key = {};
+    key.keyval = GDK_KEY_space;
+    KeyPress(nullptr, &key);
+    ASSERT_NE(activepointer, nullptr);
+    Press(left);
+    Release(left);
+    EXPECT_EQ(camposition, 0);
+    KeyRelease(nullptr, &key);
+    EXPECT_EQ(activepointer, nullptr);
+}
+
+TEST_F(Input, AsksForAFrameWhenAConstructionFollowsThePointer)
+{
+    Move(510, 400);
+    EXPECT_EQ(rdstate, 0);
+    newsign = 1;
+    Move(520, 400);
+    EXPECT_EQ(rdstate, redrawwanted);
+}
+
+static void Scroll(GdkScrollDirection direction)
+{
+    GdkEventScroll event = {};
+    event.direction = direction;
+    EXPECT_EQ(MouseScroll(nullptr, &event), TRUE);
+}
+
+TEST_F(Input, ZoomsByTheWheelAboutThePointer)
+{
+    Move(660, 400); // 0.2 to the right
+    Scroll(GDK_SCROLL_UP);
+    EXPECT_FLOAT_EQ(mainview.scale, 1.1892071F);
+    // the world point at 0.2 stays there: (0.2 - center) * scale = 0.2
+    EXPECT_NEAR((0.2 - mainview.center[0]) * mainview.scale, 0.2, 1e-6);
+    EXPECT_EQ(rdstate, redrawwanted);
+    Scroll(GDK_SCROLL_DOWN);
+    EXPECT_NEAR(mainview.scale, 1, 1e-6);
+    EXPECT_NEAR(mainview.center[0], 0, 1e-6);
+}
+
+TEST_F(Input, AsksForAFrameEvenForASidewaysWheel)
+{
+    Scroll(GDK_SCROLL_LEFT);
+    EXPECT_EQ(mainview.scale, 1.0F);
+    EXPECT_EQ(rdstate, redrawwanted);
+}
+
+TEST_F(Input, ForgetsWhatWasPressedWhenTheListsChangeTheirLength)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Move(500, 420);
+    Press(left);
+    ASSERT_EQ(buttonpresssideactive, 0);
+    SetActives(); // as in a step of a drag
+    EXPECT_EQ(buttonpresssideactive, 0);
+    AddToScene(Cube(), "cube");
+    EXPECT_EQ(buttonpresssideactive, -1);
+}
+
+TEST_F(Input, FindsTheTargetOfAMoveFromThePress)
+{
+    AddToScene(Square(), "square"); // side 0
+    AddToScene(Cube(), "cube");     // sides 1 to 6
+    buttonpresssideactive = 3;
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SIDE));
+    EXPECT_EQ(mainview.action, MOVE_SIDE);
+    EXPECT_EQ(srshapenumber, 1);
+    EXPECT_EQ(srsidenumber, 2);
+    ForgetPressedElements();
+    buttonpressstripeactive = 5; // the square has one stripe
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
+    EXPECT_EQ(srshapenumber, 1);
+    EXPECT_EQ(srsidenumber, -1);
+    ForgetPressedElements();
+    buttonpresspointactive = 3; // the square has four points
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
+    EXPECT_EQ(srshapenumber, 0);
+    ForgetPressedElements();
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
+    EXPECT_EQ(srshapenumber, -1);
+}
+
+TEST_F(Input, KeepsAToolUntilTheNextLeftDragEnds)
+{
+    AddProjected(Square());
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
+    EXPECT_EQ(activesides[0].active, 0); // nothing is picked while a tool waits
+    Press(left);
+    Move(580, 400);
+    EXPECT_EQ(mainview.action, MOVE_SHAPE);
+    EXPECT_FALSE(IsTurned());
+    Release(left);
+    EXPECT_EQ(mainview.action, TOOL_NONE);
+    EXPECT_EQ(activesides[0].active, 1);
+}
+
+} // namespace korvane

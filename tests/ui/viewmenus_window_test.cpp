@@ -1,0 +1,209 @@
+#include "ui/viewmenus.h"
+
+#include "geometry/creation.h"
+#include "geometry/duplication.h"
+#include "scene/model.h"
+#include "tests/support/shapes.h"
+#include "tests/support/widgets.h"
+#include "ui/input.h"
+#include "view/mainview.h"
+#include "view/picking.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+
+#include <vector>
+
+namespace korvane
+{
+
+using namespace korvane::testing;
+
+static void CountToggle(GtkCheckMenuItem*, int* heard)
+{
+    *heard += toolsign == 0 ? 1 : 0; // what the item's own handler would not ignore
+}
+
+// A right click at the upper left corner of the window, the element under the pointer as the test
+// says.
+class ViewMenus : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ShowMainWindow();
+        StartEmptyScene();
+        newsign = 0;
+        duplicatesign = 0;
+        duplicateshape = -1;
+        duplicateside = -1;
+        ForgetPressedElements();
+        activepointer = nullptr;
+        for (GtkWidget* item : {menuborder, menuvertex, menuedge}) {
+            SetMark(item, false);
+        }
+    }
+
+    void TearDown() override
+    {
+        for (GtkWidget* menu : GetMenus()) {
+            gtk_menu_shell_cancel(GTK_MENU_SHELL(menu));
+        }
+        HandleEvents();
+        activepointer = nullptr;
+    }
+
+    static std::vector<GtkWidget*> GetMenus()
+    {
+        return {sidemenu, pointmenu, stripemenu, bgmenu, bgmenu2};
+    }
+
+    static void SetMark(GtkWidget* item, bool marked)
+    {
+        toolsign = 1;
+        gtk_check_menu_item_set_active(GTK_CHECK_MENU_ITEM(item), marked ? TRUE : FALSE);
+        toolsign = 0;
+    }
+
+    static bool IsMarked(GtkWidget* item)
+    {
+        return gtk_check_menu_item_get_active(GTK_CHECK_MENU_ITEM(item)) != FALSE;
+    }
+
+    // The only menu that is shown, null when there is none or more than one. It is gone afterwards.
+    static GtkWidget* ClickRight(ActiveElement* element)
+    {
+        activepointer = element;
+        GdkEventButton event = {};
+        event.button = 3;
+        event.time = GDK_CURRENT_TIME;
+        RightPressed(&event);
+        HandleEvents();
+        GtkWidget* found = nullptr;
+        int number = 0;
+        for (GtkWidget* menu : GetMenus()) {
+            if (gtk_widget_get_mapped(menu)) {
+                found = menu;
+                number++;
+                gtk_menu_shell_cancel(GTK_MENU_SHELL(menu));
+            }
+        }
+        HandleEvents();
+        EXPECT_EQ(toolsign, 0);
+        return number == 1 ? found : nullptr;
+    }
+};
+
+// A triangle, with one stripe, and behind it the cube whose points 0, 1 and 2 are marked. The
+// sides of the cube are -z, +z, -y, +y, -x and +x.
+static void AddTriangleAndCube()
+{
+    OwnedShape cube = Cube();
+    const Side& side = cube->sides[0];
+    const std::vector<int> marked(side.points, side.points + side.pointnumber);
+    SetVertexes(cube.get(), marked);
+    CompleteShape(cube.get());
+    AddToScene(FlatTriangle(), "triangle");
+    AddToScene(std::move(cube), "cube");
+}
+
+TEST_F(ViewMenus, OfAnEmptySceneHaveTheOneOfTheEmptyBackground)
+{
+    EXPECT_EQ(ClickRight(nullptr), bgmenu);
+    EXPECT_EQ(ClickRight(&activebgcube[0]), bgmenu); // a wall is background too
+}
+
+TEST_F(ViewMenus, OfTheBackgroundOfASceneHaveTheOneForTheSelection)
+{
+    AddToScene(Square(), "square");
+    EXPECT_EQ(ClickRight(nullptr), bgmenu2);
+    EXPECT_EQ(ClickRight(&activebgcube[3]), bgmenu2);
+}
+
+TEST_F(ViewMenus, OfAPointSayWhetherItIsAVertex)
+{
+    AddTriangleAndCube();
+    const int marked = shapes[0]->pointnumber + shapes[1]->vertexes[0];
+    EXPECT_EQ(ClickRight(&activepoints[marked]), pointmenu);
+    EXPECT_EQ(buttonpresspointactive, marked);
+    EXPECT_TRUE(IsMarked(menuvertex));
+
+    // point 0 of the triangle is not a vertex, whatever the cube's point 0 is
+    EXPECT_EQ(ClickRight(&activepoints[0]), pointmenu);
+    EXPECT_EQ(buttonpresspointactive, 0);
+    EXPECT_FALSE(IsMarked(menuvertex));
+}
+
+TEST_F(ViewMenus, OfAStripeSayWhetherAllItsPointsAreVertexes)
+{
+    AddTriangleAndCube();
+    const Shape* cube = shapes[1];
+    for (int i = 0; i < cube->stripenumber; i++) {
+        int marks = 0;
+        const Stripe& stripe = cube->stripes[i];
+        for (int k = 0; k < stripe.pointnumber; k++) {
+            for (int v = 0; v < cube->vertexnumber; v++) {
+                marks += cube->vertexes[v] == stripe.points[k] ? 1 : 0;
+            }
+        }
+        const int record = shapes[0]->stripenumber + i;
+        EXPECT_EQ(ClickRight(&activestripes[record]), stripemenu);
+        EXPECT_EQ(buttonpressstripeactive, record);
+        EXPECT_EQ(IsMarked(menuedge), marks == stripe.pointnumber) << "stripe " << i;
+    }
+    EXPECT_EQ(ClickRight(&activestripes[0]), stripemenu); // of the triangle
+    EXPECT_EQ(buttonpressstripeactive, 0);
+    EXPECT_FALSE(IsMarked(menuedge));
+}
+
+TEST_F(ViewMenus, OfASideNameItAndSayWhetherItsBorderIsAnEdge)
+{
+    AddTriangleAndCube();
+    EXPECT_EQ(ClickRight(&activesides[1]), sidemenu); // the cube's first: all its corners
+    EXPECT_EQ(duplicateshape, 1);
+    EXPECT_EQ(duplicateside, 0);
+    EXPECT_TRUE(IsMarked(menuborder));
+
+    EXPECT_EQ(ClickRight(&activesides[3]), sidemenu); // -y: only two of its corners
+    EXPECT_EQ(duplicateshape, 1);
+    EXPECT_EQ(duplicateside, 2);
+    EXPECT_FALSE(IsMarked(menuborder));
+
+    EXPECT_EQ(ClickRight(&activesides[0]), sidemenu); // of the triangle
+    EXPECT_EQ(duplicateshape, 0);
+    EXPECT_EQ(duplicateside, 0);
+    EXPECT_FALSE(IsMarked(menuborder));
+}
+
+TEST_F(ViewMenus, MarkTheirItemsWithoutBeingHeard)
+{
+    AddTriangleAndCube();
+    int heard = 0;
+    std::vector<gulong> handlers;
+    for (GtkWidget* item : {menuborder, menuvertex, menuedge}) {
+        handlers.push_back(g_signal_connect(item, "toggled", G_CALLBACK(CountToggle), &heard));
+    }
+    ClickRight(&activesides[1]);
+    ClickRight(&activesides[0]);
+    ClickRight(&activepoints[shapes[0]->pointnumber + shapes[1]->vertexes[0]]);
+    ClickRight(&activepoints[0]);
+    EXPECT_EQ(heard, 0);
+    SetMark(menuborder, true); // its mark is off now: the counter does see a change
+    gtk_check_menu_item_set_active(GTK_CHECK_MENU_ITEM(menuborder), FALSE);
+    EXPECT_EQ(heard, 1);
+    g_signal_handler_disconnect(menuborder, handlers[0]);
+    g_signal_handler_disconnect(menuvertex, handlers[1]);
+    g_signal_handler_disconnect(menuedge, handlers[2]);
+}
+
+TEST_F(ViewMenus, StayAwayWhileAShapeOrADuplicateIsUnderConstruction)
+{
+    AddToScene(Square(), "square");
+    newsign = 1;
+    EXPECT_EQ(ClickRight(nullptr), nullptr);
+    newsign = 0;
+    duplicatesign = 1;
+    EXPECT_EQ(ClickRight(&activesides[0]), nullptr);
+}
+
+} // namespace korvane
