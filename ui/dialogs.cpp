@@ -153,6 +153,15 @@ static GtkFileChooser* AddChooser(const Dialog& dialog, int mode)
     return chooser;
 }
 
+// Makes the chooser stop reading its folder, as its key for searching does. The toolkit looks half
+// a second after it began to read at how far it came, and crashes when the chooser is gone by then.
+static void StopReading(GtkFileChooser* chooser)
+{
+    GList* inside = gtk_container_get_children(GTK_CONTAINER(chooser));
+    g_signal_emit_by_name(inside->data, "search-shortcut");
+    g_list_free(inside);
+}
+
 // A copy of the name, with the extension unless it has it already, letter for letter.
 static Block<char[]> CopyWithExtension(const char* name, const char* extension)
 {
@@ -165,21 +174,31 @@ static Block<char[]> CopyWithExtension(const char* name, const char* extension)
     return copy;
 }
 
+// The name that the user chose; null without one.
+static Block<char[]> RunChooser(const Dialog& dialog, GtkFileChooser* chooser)
+{
+    const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
+    if (response == GTK_RESPONSE_NONE) { // the main window has taken dialog and chooser along
+        return nullptr;
+    }
+    Block<char[]> chosen;
+    if (response == GTK_RESPONSE_OK) {
+        chosen.reset(gtk_file_chooser_get_filename(chooser));
+    }
+    StopReading(chooser);
+    return chosen;
+}
+
 static Block<char[]> AskForFile(int mode)
 {
     const FileKind& kind = GetFileKind(mode);
     const Dialog dialog = MakeModalDialog(kind.title, kind.acceptbutton);
-    GtkFileChooser* chooser = AddChooser(dialog, mode);
-    if (gtk_dialog_run(GTK_DIALOG(dialog.get())) != GTK_RESPONSE_OK) {
-        return nullptr;
-    }
-    char* chosen = gtk_file_chooser_get_filename(chooser);
-    if (chosen == nullptr) { // nothing was selected
+    const Block<char[]> chosen = RunChooser(dialog, AddChooser(dialog, mode));
+    if (chosen == nullptr) {
         return nullptr;
     }
     // Deliberate: a name that is opened gets the extension too, so that "house" opens house.mrt.
-    Block<char[]> name = CopyWithExtension(chosen, kind.extension);
-    g_free(chosen);
+    Block<char[]> name = CopyWithExtension(chosen.get(), kind.extension);
     *kind.remembered = CopyText(name.get());
     return name;
 }

@@ -9,8 +9,8 @@
 namespace korvane::testing
 {
 
-static constexpr int patience = 500;      // tries
-static constexpr unsigned int pause = 20; // milliseconds between them: ten seconds in all
+static constexpr int patience = 1000;     // tries
+static constexpr unsigned int pause = 20; // milliseconds between them: twenty seconds in all
 
 GtkWidget* ShowMainWindow()
 {

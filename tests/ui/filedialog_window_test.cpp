@@ -66,29 +66,53 @@ static void Press(GtkDialog* dialog, int response)
 }
 
 // Types a path as a user does, who begins with "/": into the location entry, or that of the name.
-// False while the chooser has none.
-static bool TypePath(GtkDialog* dialog, const std::string& path)
+// True when the path is the chooser's answer.
+static bool TypeOnce(GtkDialog* dialog, const std::string& path)
 {
     GtkWidget* inside = FindWidget(GTK_WIDGET(dialog), g_type_from_name("GtkFileChooserDefault"));
-    g_signal_emit_by_name(inside, "location-popup", "/");
-    GtkWidget* entry = FindWidget(inside, g_type_from_name("GtkFileChooserEntry"));
-    if (entry == nullptr) {
+    const GType entrytype = g_type_from_name("GtkFileChooserEntry");
+    GtkWidget* entry = FindWidget(inside, entrytype);
+    if (entry == nullptr || !gtk_widget_get_mapped(entry)) {
+        g_signal_emit_by_name(inside, "location-popup", "/");
         return false;
     }
-    gtk_entry_set_text(GTK_ENTRY(entry), path.c_str());
-    return true;
+    gtk_widget_grab_focus(entry);
+    if (gtk_entry_get_text(GTK_ENTRY(entry)) != path) {
+        gtk_entry_set_text(GTK_ENTRY(entry), path.c_str());
+        return false;
+    }
+    return TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))) == path;
 }
+
+// The chooser empties the entry, or moves on to its list, when it has read a folder: the path is
+// typed again until it has been the answer for a while.
+class Typist
+{
+public:
+    explicit Typist(std::string wanted) : path(std::move(wanted))
+    {
+    }
+
+    bool Type(GtkDialog* dialog) // true when it is done
+    {
+        constexpr int enough = 10; // looks, a fifth of a second
+        steady = TypeOnce(dialog, path) ? steady + 1 : 0;
+        return steady >= enough;
+    }
+
+private:
+    std::string path;
+    int steady = 0;
+};
 
 // Runs a file dialog, waits until it shows `start` (unless empty), types the path and accepts.
 static std::string Choose(int mode, const std::string& path, const std::string& start = "")
 {
-    bool typed = false;
+    Typist typist(path);
+    bool started = start.empty();
     AnswerDialog([=](GtkDialog* dialog) mutable {
-        if (!typed) {
-            typed = (start.empty() || GetFolder(dialog) == start) && TypePath(dialog, path);
-            return false; // the chooser reads
-        }
-        if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))) != path) {
+        started = started || GetFolder(dialog) == start;
+        if (!started || !typist.Type(dialog)) {
             return false;
         }
         Press(dialog, GTK_RESPONSE_OK);
@@ -188,7 +212,7 @@ TEST_F(FileDialogs, ShareOneSceneNameAmongThem)
     LookAtDialog(FILE_SAVESCENEAS, savelook);
 
     // Opening gives the extension too, and Save then writes there without asking.
-    EXPECT_EQ(Choose(FILE_OPENSCENE, folder + "/other/house"), folder + "/other/house.mrt");
+    ASSERT_EQ(Choose(FILE_OPENSCENE, folder + "/other/house"), folder + "/other/house.mrt");
     EXPECT_STREQ(FileDialog(FILE_SAVESCENE).get(), (folder + "/other/house.mrt").c_str());
     ExpectStartsIn(FILE_OPENSCENE, folder + "/other");
     ExpectStartsIn(FILE_SAVESCENEAS, folder + "/other");
@@ -229,8 +253,11 @@ TEST_F(FileDialogs, OpenAPictureUnderTheNameItHas)
 TEST_F(FileDialogs, KeepTheRememberedNameWhenCancelled)
 {
     EXPECT_EQ(Choose(FILE_SAVEIMAGE, folder + "/other/a.png"), folder + "/other/a.png");
+    Typist typist(folder + "/b.png");
     AnswerDialog([&](GtkDialog* dialog) {
-        TypePath(dialog, folder + "/b.png");
+        if (!typist.Type(dialog)) {
+            return false;
+        }
         Press(dialog, GTK_RESPONSE_CANCEL);
         return true;
     });
@@ -253,10 +280,9 @@ TEST_F(FileDialogs, AreEmptyHandedWithoutAName)
 TEST_F(FileDialogs, AcceptAFileThatIsActivated)
 {
     std::ofstream(folder + "/other/model.obj") << "v 0 0 0\n";
-    bool typed = false;
+    Typist typist(folder + "/other/model.obj");
     AnswerDialog([&](GtkDialog* dialog) {
-        typed = typed || TypePath(dialog, folder + "/other/model.obj");
-        if (TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))).empty()) {
+        if (!typist.Type(dialog)) {
             return false;
         }
         g_signal_emit_by_name(GetChooser(dialog), "file-activated"); // a double click
@@ -264,6 +290,31 @@ TEST_F(FileDialogs, AcceptAFileThatIsActivated)
     });
     const Block<char[]> name = FileDialog(FILE_EXPORTOBJ);
     EXPECT_EQ(GetText(name.get()), folder + "/other/model.obj");
+}
+
+static gboolean EndLoop(void* loop)
+{
+    g_main_loop_quit(static_cast<GMainLoop*>(loop));
+    return FALSE;
+}
+
+// The toolkit crashes in the second after a chooser that was still reading is destroyed.
+TEST_F(FileDialogs, MayBeLeftWhileTheyReadOrSearch)
+{
+    for (const char* key : {"home-folder", "recent-shortcut", "search-shortcut"}) {
+        AnswerDialog([=](GtkDialog* dialog) {
+            GtkWidget* widget = GTK_WIDGET(dialog);
+            g_signal_emit_by_name(FindWidget(widget, g_type_from_name("GtkFileChooserDefault")),
+                                  key);
+            Press(dialog, GTK_RESPONSE_CANCEL);
+            return true;
+        });
+        EXPECT_EQ(FileDialog(FILE_OPENIMAGE), nullptr);
+    }
+    GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
+    g_timeout_add(1000, EndLoop, loop);
+    g_main_loop_run(loop);
+    g_main_loop_unref(loop);
 }
 
 TEST_F(FileDialogs, LeaveThePointerIdle)
