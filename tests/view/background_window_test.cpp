@@ -272,6 +272,7 @@ TEST_F(BackgroundCube, CanBePickedWhileItIsTheBackground)
 
 TEST_F(BackgroundCube, ProjectsTheSceneInEveryFrame)
 {
+    StartEmptyScene();   // makes the tree
     AddToView(Square()); // from (0, 0)
     mainview.bgshape = BACKGROUND_CUBE;
     mainview.bgcubefade = fadefull;
@@ -374,7 +375,7 @@ TEST_P(BackgroundPlane, TakesThePerspectiveOfTheView)
     const Picture picture = Draw();
     EXPECT_LT(picture.AtView(0.05, 0.3515).red, 62);
     EXPECT_EQ(picture.AtView(0.05, 0.25), cleared);
-    ExpectBlue(picture.AtView(0, 0.3515), 0.442); // 1 - hypot(0.3515, 0.433)
+    ExpectBlue(picture.AtView(0, 0.305), 0.504); // y = 0.4511: 1 - hypot(0.305, 0.3907)
 }
 
 // The power of two at 0.75 is 0.5: lines are 0.5 / 7.5 apart, and again at 1.5.
@@ -502,7 +503,8 @@ TEST_F(GradientGrid, HasThreeWidths)
     }
     for (const int index : {-3, -1, 1, 3, 7}) {
         EXPECT_GT(picture.AtView(index * 0.025 + 0.0005, between).red, 78);
-        EXPECT_LT(picture.AtView(index * 0.025 + 0.0005, between).red, 88);
+        EXPECT_LT(picture.AtView(index * 0.025 + 0.0005, between).red,
+                  93); // drivers may draw no smooth line narrower than 1
     }
 }
 
