@@ -146,13 +146,14 @@ static void DrawPlane(const MainView* view)
     AssertBaseState("DrawPlane");
 }
 
-// Three levels of lines: every other one is fine, every fourth broad.
-static int GetLevelOfLine(int64_t index)
+// Three levels of lines: every other one is fine, every fourth broad. The index is a whole number,
+// and a double because far from the origin it outgrows every integer type.
+static int GetLevelOfLine(double index)
 {
-    if ((index & 1) != 0) {
+    if (std::fmod(index, 2) != 0) {
         return 0;
     }
-    return (index & 3) == 2 ? 1 : 2;
+    return std::fmod(index, 4) != 0 ? 1 : 2;
 }
 
 // The grid's lines across one axis: those on which the pointer snaps, from edge to edge of the
@@ -163,12 +164,16 @@ static void AddGradientLines(Batch (&levels)[3], const MainView* view, int axis,
     Rotate(view, center, 1);
     float half[2];
     GetHalfView(&half[0], &half[1]);
-    const double step = GetGradientStep(view->scale);
-    const auto first = int64_t(std::ceil((-half[axis] / view->scale + center[0][axis]) / step));
-    const auto last = int64_t(std::floor((half[axis] / view->scale + center[0][axis]) / step));
-    for (int64_t i = first; i <= last; i++) {
-        const int level = GetLevelOfLine(i);
-        const float place = float((double(i) * step - center[0][axis]) * view->scale);
+    const double scale = double(view->scale);
+    const double middle = double(center[0][axis]);
+    const double reach = double(half[axis]) / scale;
+    const double step = GetGradientStep(scale);
+    const double first = std::ceil((middle - reach) / step);
+    const double more = std::floor((middle + reach) / step) - first;
+    for (int i = 0; i <= more; i++) {
+        const double index = first + i;
+        const int level = GetLevelOfLine(index);
+        const auto place = float((index * step - middle) * scale);
         float start[3];
         float end[3];
         start[axis] = end[axis] = place;

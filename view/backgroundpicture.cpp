@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 
 namespace korvane
 {
@@ -63,6 +64,27 @@ static GdkPixbuf* GetFittingPixels(GdkPixbuf* pixels, int limit)
                                    std::max(1, int(h * shrink)), GDK_INTERP_BILINEAR);
 }
 
+// Fills the bound texture's first rows and columns with the picture. Its last row and column are
+// repeated once, because the linear filter reads half a pixel beyond the picture's edges.
+static void LoadPixels(const GdkPixbuf* pixels, GLenum format, int size)
+{
+    const int w = gdk_pixbuf_get_width(pixels);
+    const int h = gdk_pixbuf_get_height(pixels);
+    const auto rowstride = std::size_t(gdk_pixbuf_get_rowstride(pixels));
+    const int lastpixel = (w - 1) * gdk_pixbuf_get_n_channels(pixels);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    for (int row = 0; row < std::min(h + 1, size); row++) { // rows may be padded by any number
+        const guchar* start =                               // of bytes
+            gdk_pixbuf_read_pixels(pixels) + std::size_t(std::min(row, h - 1)) * rowstride;
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, row, w, 1, format, GL_UNSIGNED_BYTE, start);
+        if (w < size) {
+            glTexSubImage2D(GL_TEXTURE_2D, 0, w, row, 1, 1, format, GL_UNSIGNED_BYTE,
+                            start + lastpixel);
+        }
+    }
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+}
+
 // A square texture of the next power of two, with the picture in its first rows and columns.
 static void MakeTexture(GdkPixbuf* source)
 {
@@ -78,15 +100,10 @@ static void MakeTexture(GdkPixbuf* source)
     glBindTexture(GL_TEXTURE_2D, textid);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexImage2D(GL_TEXTURE_2D, 0, GLint(format), size, size, 0, format, GL_UNSIGNED_BYTE, nullptr);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-    for (int row = 0; row < h; row++) { // rows may be padded by any number of bytes
-        const guchar* start =
-            gdk_pixbuf_get_pixels(pixels) + row * gdk_pixbuf_get_rowstride(pixels);
-        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, row, w, 1, format, GL_UNSIGNED_BYTE, start);
-    }
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    LoadPixels(pixels, format, size);
     glBindTexture(GL_TEXTURE_2D, 0);
     usedpart[0] = float(w) / float(size);
     usedpart[1] = float(h) / float(size);

@@ -25,7 +25,7 @@ void AddSquare(Batch& batch, const float* center, double lift, double size, cons
                                  float(center[1] + (texture[1] - 0.5) * size), center[2]};
         AddCorner(batch, corner, lift, color);
         batch.back().texture[0] = texture[0];
-        batch.back().texture[1] = texture[1];
+        batch.back().texture[1] = 1 - texture[1]; // a picture's top row comes first in a texture
     }
 }
 
