@@ -115,8 +115,8 @@ static void AddFilter(GtkFileChooser* chooser, const FileKind& kind)
 }
 
 // Starts the chooser beside the remembered file. Without one, the very first open-scene dialog
-// starts in the examples, and one that saves in the working directory: left alone the chooser may
-// show its recent files, where a typed name belongs to no folder. Others start where it likes.
+// starts in the examples, and every other in the working directory: left alone the chooser shows
+// its recent files, where a typed name belongs to no folder.
 static void SetStartFolder(GtkFileChooser* chooser, int mode)
 {
     const Block<char[]>& remembered = *GetFileKind(mode).remembered;
@@ -127,7 +127,7 @@ static void SetStartFolder(GtkFileChooser* chooser, int mode)
     } else if (mode == FILE_OPENSCENE && first) {
         first = false;
         gtk_file_chooser_set_current_folder(chooser, "examples");
-    } else if (GetFileKind(mode).action == GTK_FILE_CHOOSER_ACTION_SAVE) {
+    } else {
         gtk_file_chooser_set_current_folder(chooser, ".");
     }
 }
