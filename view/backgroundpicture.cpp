@@ -18,6 +18,8 @@ unsigned int textid = 0;
 
 static constexpr double strength = 0.3; // the picture's alpha when it is fully shown
 static constexpr int corners = 4;
+static constexpr int greatestsize =
+    4096; // of the square texture: 64 MB, and more than a screen shows
 
 // The picture that is shown; made when it first shows, until it has faded out or is replaced.
 static float worldcorners[corners][3]; // bottom left, bottom right, top right, top left
@@ -90,7 +92,7 @@ static void MakeTexture(GdkPixbuf* source)
 {
     GLint limit = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
-    GdkPixbuf* pixels = GetFittingPixels(source, limit);
+    GdkPixbuf* pixels = GetFittingPixels(source, std::min(limit, greatestsize));
     const int w = gdk_pixbuf_get_width(pixels);
     const int h = gdk_pixbuf_get_height(pixels);
     hasalpha = gdk_pixbuf_get_n_channels(pixels) == 4;

@@ -2,6 +2,7 @@
 // of file has a test of its own and the scene's, which four modes share, are told as one story.
 #include "ui/dialogs.h"
 
+#include "tests/support/filetypist.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
 
@@ -43,67 +44,10 @@ protected:
     fs::path before;
 };
 
-static GtkFileChooser* GetChooser(GtkDialog* dialog)
-{
-    return GTK_FILE_CHOOSER(FindWidget(GTK_WIDGET(dialog), GTK_TYPE_FILE_CHOOSER_WIDGET));
-}
-
-static std::string TakeText(char* text)
-{
-    const std::string copy = GetText(text);
-    g_free(text);
-    return copy;
-}
-
 static std::string GetFolder(GtkDialog* dialog)
 {
     return TakeText(gtk_file_chooser_get_current_folder(GetChooser(dialog)));
 }
-
-static void Press(GtkDialog* dialog, int response)
-{
-    gtk_button_clicked(GTK_BUTTON(gtk_dialog_get_widget_for_response(dialog, response)));
-}
-
-// Types a path as a user does, who begins with "/": into the location entry, or that of the name.
-// True when the path is the chooser's answer.
-static bool TypeOnce(GtkDialog* dialog, const std::string& path)
-{
-    GtkWidget* inside = FindWidget(GTK_WIDGET(dialog), g_type_from_name("GtkFileChooserDefault"));
-    const GType entrytype = g_type_from_name("GtkFileChooserEntry");
-    GtkWidget* entry = FindWidget(inside, entrytype);
-    if (entry == nullptr || !gtk_widget_get_mapped(entry)) {
-        g_signal_emit_by_name(inside, "location-popup", "/");
-        return false;
-    }
-    gtk_widget_grab_focus(entry);
-    if (gtk_entry_get_text(GTK_ENTRY(entry)) != path) {
-        gtk_entry_set_text(GTK_ENTRY(entry), path.c_str());
-        return false;
-    }
-    return TakeText(gtk_file_chooser_get_filename(GetChooser(dialog))) == path;
-}
-
-// The chooser empties the entry, or moves on to its list, when it has read a folder: the path is
-// typed again until it has been the answer for a while.
-class Typist
-{
-public:
-    explicit Typist(std::string wanted) : path(std::move(wanted))
-    {
-    }
-
-    bool Type(GtkDialog* dialog) // true when it is done
-    {
-        constexpr int enough = 10; // looks, a fifth of a second
-        steady = TypeOnce(dialog, path) ? steady + 1 : 0;
-        return steady >= enough;
-    }
-
-private:
-    std::string path;
-    int steady = 0;
-};
 
 // Runs a file dialog, waits until it shows `start` (unless empty), types the path and accepts.
 static std::string Choose(int mode, const std::string& path, const std::string& start = "")
