@@ -23,7 +23,7 @@ static bool IsOrange(const Color& color)
 }
 
 // The bodies of the example are on the screen.
-static bool ShowsBodies(const Picture& picture)
+static bool ShowsBodies(const Screenshot& picture)
 {
     return picture.Count(IsBlue) > 1000 && picture.Count(IsOrange) > 1000;
 }
@@ -66,7 +66,7 @@ TEST(Files, AreSavedAndLoadedBackAsTheSamePicture)
     const std::string first = journey.GetFolder() + "/first.mrt";
     const std::string second = journey.GetFolder() + "/second.mrt";
     ASSERT_TRUE(StartWithBodies(journey, platonic));
-    const Picture original = journey.LookWhenStill();
+    const Screenshot original = journey.LookWhenStill();
     ASSERT_TRUE(SaveAs(journey, first));
 
     ASSERT_TRUE(StartWithBodies(journey, first));

@@ -33,7 +33,7 @@ struct Rows {
     }
 };
 
-static Picture LookAtColumn(const Journey& journey)
+static Screenshot LookAtColumn(const Journey& journey)
 {
     return journey.LookAt(column, columntop, 1, columnheight);
 }

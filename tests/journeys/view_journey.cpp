@@ -21,7 +21,7 @@ struct Spot {
     double x, y;
 };
 
-static Spot FindBox(const Picture& picture)
+static Spot FindBox(const Screenshot& picture)
 {
     double x = 0;
     double y = 0;
@@ -63,7 +63,7 @@ protected:
         return int(first.height / 2.0 - y * shorter);
     }
 
-    bool WaitForChange(const Picture& from)
+    bool WaitForChange(const Screenshot& from)
     {
         return WaitFor([&] { return from.CountDifferences(journey.Look()) > muchchanged; });
     }
@@ -76,7 +76,7 @@ protected:
     static constexpr int muchchanged = 2000; // pixels; a lit edge or point has fewer
 
     Journey journey;
-    Picture first; // the view at the start
+    Screenshot first; // the view at the start
     int shorter = 0;
 };
 
@@ -105,10 +105,10 @@ TEST_F(View, KeepsThePlaceUnderThePointerWhenTheWheelZooms)
     }
     // the box is 0.2 wide, and then 0.4: from 0.1 to 0.5
     EXPECT_TRUE(WaitFor([&] {
-        const Picture picture = journey.Look();
+        const Screenshot picture = journey.Look();
         return IsYellow(picture.At(X(0.48), Y(0.15))) && !IsYellow(picture.At(X(0.52), Y(0.15)));
     }));
-    const Picture zoomed = journey.LookWhenStill();
+    const Screenshot zoomed = journey.LookWhenStill();
     EXPECT_TRUE(IsYellow(zoomed.At(X(0.3), Y(0.28)))); // and from 0.1 to 0.3 high
     EXPECT_FALSE(IsYellow(zoomed.At(X(0.3), Y(0.32))));
     EXPECT_TRUE(IsYellow(zoomed.At(x + inside, y - inside)));
@@ -121,7 +121,7 @@ TEST_F(View, FliesToAClickedWallAndRollsIt)
 {
     journey.Click(20, Y(0));
     ASSERT_TRUE(WaitForChange(first));
-    const Picture flown = journey.LookWhenStill();
+    const Screenshot flown = journey.LookWhenStill();
     const Spot facing = FindBox(flown);
     // seen from +x: y still points up and the middle of the box in z, -0.05, lies to the side
     EXPECT_NEAR(facing.y, 0.15 * shorter, 3);
@@ -150,7 +150,7 @@ TEST_F(View, PopsUpAMenuAtARightClickButNotAfterARightDrag)
     journey.MoveTo(X(-0.2), Y(-0.2));
     journey.MoveTo(X(-0.1), Y(-0.2));
     journey.Release(3);
-    const Picture before = journey.LookWhenStill();
+    const Screenshot before = journey.LookWhenStill();
     journey.Key("plus"); // what the window, not a menu, hears
     EXPECT_TRUE(WaitForChange(before));
     EXPECT_FALSE(journey.HasMenu());

@@ -23,7 +23,7 @@ static constexpr useconds_t pause = 50000; // microseconds between two looks
 static constexpr int patience = 400;       // looks: twenty seconds in all
 static constexpr int stillness = 8;        // looks alike after which nothing moves any more
 
-int Picture::Count(const std::function<bool(const Color&)>& wanted) const
+int Screenshot::Count(const std::function<bool(const Color&)>& wanted) const
 {
     int number = 0;
     for (const Color& color : pixels) {
@@ -32,7 +32,7 @@ int Picture::Count(const std::function<bool(const Color&)>& wanted) const
     return number;
 }
 
-int Picture::CountDifferences(const Picture& other) const
+int Screenshot::CountDifferences(const Screenshot& other) const
 {
     if (width != other.width || height != other.height) {
         return int(pixels.size());
@@ -246,14 +246,14 @@ bool Journey::HasMenu() const
     return found;
 }
 
-Picture Journey::Look() const
+Screenshot Journey::Look() const
 {
     return LookAt(0, 0, view.width, view.height);
 }
 
-Picture Journey::LookAt(int left, int top, int pixelwidth, int pixelheight) const
+Screenshot Journey::LookAt(int left, int top, int pixelwidth, int pixelheight) const
 {
-    Picture picture;
+    Screenshot picture;
     picture.width = pixelwidth;
     picture.height = pixelheight;
     XImage* image = XGetImage(display, DefaultRootWindow(display), view.left + left, view.top + top,
@@ -270,12 +270,12 @@ Picture Journey::LookAt(int left, int top, int pixelwidth, int pixelheight) cons
     return picture;
 }
 
-Picture Journey::LookWhenStill()
+Screenshot Journey::LookWhenStill()
 {
-    Picture last = Look();
+    Screenshot last = Look();
     int alike = 0;
     WaitFor([&] {
-        Picture next = Look();
+        Screenshot next = Look();
         alike = next.pixels == last.pixels ? alike + 1 : 0;
         last = std::move(next);
         return alike == stillness;

@@ -20,7 +20,7 @@ struct Color {
 };
 
 // A copy of the view.
-struct Picture {
+struct Screenshot {
     int width = 0;
     int height = 0;
     std::vector<Color> pixels; // rows from top to bottom
@@ -31,7 +31,7 @@ struct Picture {
     }
     int Count(const std::function<bool(const Color&)>& wanted) const;
     // How many pixels are not alike; all of them when the sizes differ.
-    int CountDifferences(const Picture& other) const;
+    int CountDifferences(const Screenshot& other) const;
 };
 
 // Asks again and again until the answer is yes; false when it is still no after 20 seconds.
@@ -65,9 +65,9 @@ public:
     bool WaitForFront(const std::string& title);
     bool HasMenu() const; // a window without a frame
 
-    Picture Look() const;
-    Picture LookAt(int left, int top, int pixelwidth, int pixelheight) const; // of the screen
-    Picture LookWhenStill(); // once nothing moves any more
+    Screenshot Look() const;
+    Screenshot LookAt(int left, int top, int pixelwidth, int pixelheight) const; // of the screen
+    Screenshot LookWhenStill(); // once nothing moves any more
 
     // A new folder of this journey's own, removed at its end.
     const std::string& GetFolder() const
