@@ -1,9 +1,9 @@
 #include "tests/support/shapes.h"
 
 #include "geometry/shapegeometry.h"
-#include "geometry/triangulation.h"
 #include "scene/arrays.h"
 #include "scene/scenefile.h"
+#include "scene/scenereader.h"
 #include "scene/treeview.h"
 #include "view/picking.h"
 
@@ -51,13 +51,7 @@ OwnedShape MakeRawShape(const Points& points, const Outlines& sides)
 
 void CompleteShape(Shape* shape)
 {
-    int first = 0;
-    for (int i = 0; i < shape->sidenumber; i++) {
-        SetTrianglesOfSide(&shape->sides[i], first);
-        first += shape->sides[i].trianglenumber;
-    }
-    SetStripesOfShape(shape);
-    SetNormalsOfShape(shape);
+    DeriveLoadedShape(shape);
     SetCenterPointOfShape(shape);
     SetRadiusOfShape(shape);
 }
