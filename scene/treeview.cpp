@@ -159,6 +159,18 @@ void SortAndShowTree()
     InsertRowsBelow(0);
 }
 
+void SetTypeOfShapeNode(int shapeindex)
+{
+    const int type = shapes[shapeindex]->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+    for (int i = 1; i < treeiternumber; i++) {
+        TreeIter& node = treeiters[i];
+        if (node.type != NODE_FOLDER && node.shapeindex == shapeindex && node.type != type) {
+            node.type = type;
+            gtk_tree_store_set(store, &node.iter, COLUMN_ICON, GetIconOfNode(node), -1);
+        }
+    }
+}
+
 void GetSelectedShapesRecursive(int node, int* array, int* count)
 {
     const TreeIter& top = treeiters[node];

@@ -61,6 +61,9 @@ void SortAndShowTree();
 void PutAtSortedPlace(int node, int parent);
 void ShowRowsOfNode(int node);
 
+// Makes a shape's node a side or a shape, as its number of sides now says, with its icon.
+void SetTypeOfShapeNode(int shapeindex);
+
 // The shapes that are selected in the tree, those of selected folders included, each once; with
 // none, all shapes of the scene. Sets `count`. The caller owns the indices.
 Block<int[]> GetSelectedShapes(int* count);

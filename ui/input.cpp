@@ -1,6 +1,6 @@
 #include "ui/input.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/locate.h"
 #include "scene/model.h"

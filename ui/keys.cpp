@@ -1,4 +1,4 @@
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/scenefile.h"
 #include "ui/input.h"

@@ -1,6 +1,6 @@
 #include "ui/menus.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "scene/treeview.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"

@@ -1,6 +1,6 @@
 #include "ui/toolbars.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
 #include "scene/undo.h"

@@ -1,6 +1,6 @@
 #include "ui/viewmenus.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/locate.h"
 #include "scene/model.h"

@@ -1,6 +1,6 @@
 #include "view/overlays.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "view/background.h"
 #include "view/backgroundpicture.h"
 #include "view/basestate.h"

@@ -1,6 +1,6 @@
 #include "tests/support/pickscene.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
 #include "scene/model.h"

@@ -2,7 +2,7 @@
 // is left out beforehand. Picking has to agree with it everywhere; it is slow on purpose.
 #pragma once
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "ui/input.h"

@@ -1,5 +1,5 @@
 // The keys of the window, row by row.
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"

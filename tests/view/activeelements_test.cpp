@@ -1,6 +1,6 @@
 #include "view/picking.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "tests/support/pickscene.h"

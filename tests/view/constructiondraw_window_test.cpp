@@ -1,6 +1,6 @@
 #include "view/constructiondraw.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
 #include "tests/support/glwindow.h"

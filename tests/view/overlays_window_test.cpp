@@ -1,6 +1,6 @@
 #include "view/overlays.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "tests/support/camera.h"
 #include "tests/support/glwindow.h"
 #include "view/glsetup.h"

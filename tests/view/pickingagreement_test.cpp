@@ -2,7 +2,7 @@
 // plain loop over all of them finds.
 #include "view/picking.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "scene/model.h"
 #include "tests/support/pickscene.h"
 #include "tests/support/plainsearch.h"

@@ -1,6 +1,6 @@
 #include "view/scenedraw.h"
 
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"

@@ -1,4 +1,4 @@
-#include "geometry/creation.h"
+#include "geometry/construction.h"
 
 namespace korvane
 {

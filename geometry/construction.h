@@ -1,4 +1,4 @@
-// Drawing a polygon by clicking: the points clicked so far.
+// A polygon or path under construction: the points clicked so far.
 #pragma once
 
 typedef struct _GtkWidget GtkWidget;
