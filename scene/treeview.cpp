@@ -4,6 +4,7 @@
 #include "scene/treeselection.h"
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <strings.h>
 #include <vector>
@@ -157,6 +158,14 @@ void SortAndShowTree()
 {
     SortChildren();
     InsertRowsBelow(0);
+}
+
+TreeIter CopyTreeIter(const TreeIter& node)
+{
+    TreeIter copy = node;
+    copy.name = CopyArray(node.name, int(std::strlen(node.name)) + 1);
+    copy.children = node.children == nullptr ? nullptr : CopyArray(node.children, node.childnumber);
+    return copy;
 }
 
 void SetTypeOfShapeNode(int shapeindex)

@@ -61,6 +61,9 @@ void SortAndShowTree();
 void PutAtSortedPlace(int node, int parent);
 void ShowRowsOfNode(int node);
 
+// A copy with a name and children of its own, which the caller owns.
+TreeIter CopyTreeIter(const TreeIter& node);
+
 // Makes a shape's node a side or a shape, as its number of sides now says, with its icon.
 void SetTypeOfShapeNode(int shapeindex);
 

@@ -10,15 +10,18 @@ namespace korvane
 struct Shape;
 struct TreeIter;
 
+enum UndoKind { UNDO_SHAPE = 0, UNDO_SCENE = 1 };
+
 struct UndoRecord {
-    int kind;            // 0 one shape, 1 the whole scene
-    int shapenumber;     // kind 0: the index of the saved shape; kind 1: how many are saved
-    Shape** shapes;      // owned; copies: one entry for kind 0, every shape in order for kind 1
-    int treeiternumber;  // kind 1: number of saved nodes
-    TreeIter* treeiters; // owned; kind 1: copies of every node, the root included
+    int kind;            // an UndoKind
+    int shapeindex;      // of the saved shape; -1 for the whole scene
+    int shapenumber;     // length of shapes
+    Shape** shapes;      // owned; copies: the one shape, or every shape in order
+    int treeiternumber;  // length of treeiters; 0 for one shape
+    TreeIter* treeiters; // owned; copies of every node, the root included; null for one shape
     float center[3];     // the view's centre when the record was made
-    float axes[6];       // world directions of the screen's vertical and depth axes at that time
-    float scale;         // the view's scale at that time
+    float axes[2][3]; // the world directions of the screen's vertical and depth axes at that time
+    float scale;      // the view's scale at that time
 };
 
 extern UndoRecord* puffer;   // owned; the records
@@ -30,6 +33,12 @@ extern int repindex;         // reserved
 
 extern GtkWidget*
     toolbutton_undo; // sensitive exactly when there is an undo step; null before the window
+
+// Saves one shape before it is changed. Does nothing when there is no shape of that index.
+void PushShape(int index);
+
+// Saves every shape and the whole tree before shapes or folders are added, removed or moved.
+void PushScene();
 
 // Frees every record's contents; afterwards there is nothing to undo or redo.
 void DelPuffer();
