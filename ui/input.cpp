@@ -85,11 +85,6 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     return TRUE;
 }
 
-static bool IsUnderConstruction()
-{
-    return newsign != 0 || duplicatesign != 0;
-}
-
 static void LeftPressed()
 {
     if (IsUnderConstruction() && keyspace == 0) {

@@ -1,5 +1,4 @@
 #include "geometry/construction.h"
-#include "geometry/duplication.h"
 #include "scene/scenefile.h"
 #include "ui/input.h"
 #include "view/frameloop.h"
@@ -45,7 +44,7 @@ static void Press(GtkWidget* button)
 static void SetSpace(bool held)
 {
     keyspace = held ? 1 : 0;
-    if (newsign != 0 || duplicatesign != 0) {
+    if (IsUnderConstruction()) {
         SearchActive();
         rdstate |= redrawwanted;
     }

@@ -93,7 +93,7 @@ static GtkWidget* PrepareMenu()
 
 void RightPressed(GdkEventButton* event)
 {
-    if (newsign != 0 || duplicatesign != 0) {
+    if (IsUnderConstruction()) {
         return;
     }
     gtk_menu_popup(GTK_MENU(PrepareMenu()), nullptr, nullptr, nullptr, nullptr, event->button,

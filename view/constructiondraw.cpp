@@ -8,7 +8,6 @@
 #include "view/mainview.h"
 #include "view/markers.h"
 #include "view/picking.h"
-#include "view/projection.h"
 
 #include <GL/glew.h>
 
@@ -55,11 +54,10 @@ static Rgba GetNewPointColor(const ActiveElement& record)
     return record.active == 0 ? inactivecolor : Rgba{glow, 1, glow, 1};
 }
 
-static void DrawNewPoints(const MainView* view)
+static void DrawNewPoints()
 {
-    const ActiveElement* records = activepoints + activepointnumber - newpointnumber;
+    const ActiveElement* records = GetNewPointRecords();
     const double size = GetMarkerSize();
-    TransferPointsInto(view, newpoints, rotated, newpointnumber);
     DrawPath();
     Batch squares;
     for (int i = 0; i < newpointnumber; i++) {
@@ -91,11 +89,10 @@ static void AddPlainTicks(Batch& batch, const float* center, double size, unsign
     }
 }
 
-static void DrawCenters(const MainView* view)
+static void DrawCenters()
 {
-    const ActiveElement* records = activepoints + activepointnumber - newpointnumber - centernumber;
+    const ActiveElement* records = GetCenterRecords();
     const double size = GetMarkerSize();
-    TransferPointsInto(view, centerpoints, rcenterpoints, centernumber);
     Batch squares;
     Batch ticks;
     for (int i = 0; i < centernumber; i++) {
@@ -120,13 +117,14 @@ static void DrawPlacementCursor()
 
 void ConstructionDraw(const MainView* view)
 {
+    TransferConstruction(view);
     if (newpointnumber > 0) {
-        DrawNewPoints(view);
+        DrawNewPoints();
     }
     if (centernumber > 0) {
-        DrawCenters(view);
+        DrawCenters();
     }
-    if ((newsign != 0 || duplicatesign != 0) && keyspace == 0 && !IsPointUnderMouse()) {
+    if (IsUnderConstruction() && keyspace == 0 && !IsPointUnderMouse()) {
         DrawPlacementCursor();
     }
     AssertBaseState("ConstructionDraw");

@@ -1,5 +1,6 @@
 #include "view/mainview.h"
 
+#include "geometry/construction.h"
 #include "geometry/shapegeometry.h"
 #include "scene/model.h"
 #include "view/picking.h"
@@ -140,6 +141,7 @@ void TransferAllShape()
     for (int32_t i = 0; i < shapenumber; i++) {
         TransferOneShape(i);
     }
+    TransferConstruction(&mainview);
     SearchActive();
 }
 

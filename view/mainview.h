@@ -72,8 +72,9 @@ void GetHalfView(float* halfwidth, float* halfheight);
 // For whoever has changed the camera: projects every shape, then finds out what can be picked.
 void RefreshView();
 
-// Projects every shape for the current camera, then finds the element under the pointer again.
-// Reads shapes, round1, selected, mainview, cisign; writes shapest, round1t, showtable.
+// Projects every shape and what is under construction for the current camera, then finds the
+// element under the pointer again. Reads shapes, round1, selected, mainview, cisign; writes
+// shapest, round1t, showtable, rotated, rcenterpoints.
 void TransferAllShape();
 
 // Projects one shape; the element under the pointer is the caller's to find.

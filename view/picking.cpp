@@ -52,11 +52,6 @@ static int hoveredside = 0;
 // memory.
 static std::vector<int> found;
 
-static bool IsConstructing()
-{
-    return newsign != 0 || duplicatesign != 0;
-}
-
 static unsigned char IsPickable(int shapeindex)
 {
     return showtable[shapeindex] == SHOW_ROUNDED && mainview.action == 0 ? 1 : 0;
@@ -170,7 +165,7 @@ static void SetActiveFlags(ActiveElement* records, int number, unsigned char act
 
 void ChangeActives()
 {
-    if (IsConstructing() || mainview.action != 0) {
+    if (IsUnderConstruction() || mainview.action != 0) {
         return;
     }
     for (int i = 0; i < std::min(shapenumber, int(runs.size())); i++) {
@@ -250,7 +245,7 @@ static bool IsNothingYet(const ActiveElement* candidate)
 // The last face under the mouse is taken; its depth is 0.
 static void SearchCubeFaces(ActiveElement*& candidate)
 {
-    if (mainview.bgshape != BACKGROUND_CUBE || (IsConstructing() && keyspace == 0)) {
+    if (mainview.bgshape != BACKGROUND_CUBE || (IsUnderConstruction() && keyspace == 0)) {
         return;
     }
     for (int face = 0; face < 6; face++) {
@@ -338,7 +333,7 @@ static bool IsNearShape(const Shape* shape)
 // While space is held during a construction, sides that can be picked otherwise can be picked too.
 static bool ReachesSides(int i)
 {
-    return IsConstructing() && keyspace != 0 && IsPickable(i) != 0;
+    return IsUnderConstruction() && keyspace != 0 && IsPickable(i) != 0;
 }
 
 static void SearchShape(ActiveElement*& candidate, int i)
