@@ -1,6 +1,7 @@
 #include "tests/support/shapes.h"
 
 #include "geometry/shapegeometry.h"
+#include "geometry/surgery.h"
 #include "scene/arrays.h"
 #include "scene/scenefile.h"
 #include "scene/scenereader.h"
@@ -81,6 +82,25 @@ void SetVertexes(Shape* shape, const std::vector<int>& vertexes)
     }
 }
 
+Outlines OutlinesOf(const Shape& shape)
+{
+    Outlines outlines;
+    for (int i = 0; i < shape.sidenumber; i++) {
+        outlines.push_back(GetCornersOfSide(shape.sides[i]));
+    }
+    return outlines;
+}
+
+Outlines StripesOf(const Shape& shape)
+{
+    Outlines stripes;
+    for (int i = 0; i < shape.stripenumber; i++) {
+        const Stripe& stripe = shape.stripes[i];
+        stripes.emplace_back(stripe.points, stripe.points + stripe.pointnumber);
+    }
+    return stripes;
+}
+
 Corners CornersOf(const Shape& shape, int side, int k)
 {
     const Triangle& triangle = shape.triangles[shape.sides[side].triangles[k]];
@@ -148,6 +168,19 @@ OwnedShape Pyramid()
 {
     return MakeShape({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}, {0, 0, 1}},
                      {{0, 3, 2, 1}, {0, 1, 4}, {1, 2, 4}, {2, 3, 4}, {3, 0, 4}});
+}
+
+OwnedShape RaisedSquare()
+{
+    return MakeShape({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0.5F, 0.5F, 1}},
+                     {{3, 2, 1, 0}, {0, 1, 2, 4}, {2, 3, 0, 4}});
+}
+
+OwnedShape PlateWithHole()
+{
+    return MakeShape(
+        {{0, 0, 0}, {3, 0, 0}, {3, 3, 0}, {0, 3, 0}, {1, 1, 0}, {2, 1, 0}, {2, 2, 0}, {1, 2, 0}},
+        {{0, 1, 2, 3, 0, 4, 7, 6, 5, 4}, {4, 5, 6, 7, 4, 0, 3, 2, 1, 0}});
 }
 
 int AddToScene(OwnedShape shape, const std::string& name, int parent)

@@ -37,6 +37,9 @@ OwnedShape MakeFlatShape(const Points& points); // one side with all points in o
 void SetVertexes(Shape* shape,
                  const std::vector<int>& vertexes); // marks; the normals are not rebuilt
 
+Outlines OutlinesOf(const Shape& shape); // the corners of every side
+Outlines StripesOf(const Shape& shape);  // the points of every stripe
+
 // The corners of a side's k-th triangle.
 Corners CornersOf(const Shape& shape, int side, int k);
 inline Corners CornersOf(const OwnedShape& shape, int k)
@@ -54,6 +57,9 @@ OwnedShape Cube();         // edge 1, centred on the origin; sides -z, +z, -y, +
 OwnedShape CubeOfHalfEdge(float h); // the same in another size
 OwnedShape TrianglePrism();         // two triangles, three rectangles
 OwnedShape Pyramid();               // a square and four triangles
+OwnedShape RaisedSquare();          // the square, raised to (0.5, 0.5, 1) over its diagonal 0-2
+OwnedShape PlateWithHole();         // a square hole, cut free from corner 0 to corner 4 by a slit
+                                    // in the front; the back is the front reversed
 
 // Adds a shape to the scene with its node below `parent` and its active records; it is not yet
 // projected. Returns the shape's index.

@@ -1,0 +1,15 @@
+// A chain of points between two corners makes new sides: it cuts a side of a body in two, or it
+// raises a flat shape into a closed body of three sides. Triangles and stripes are right
+// afterwards; the normals, the edges and the radius are the caller's.
+#pragma once
+
+#include "geometry/sidechoice.h"
+
+namespace korvane
+{
+
+// Both ask for a chain that the shape can take (CanTakeChain).
+void CutAlongChain(Shape* shape, const Chain& chain);  // a shape of several sides
+void RaiseOverChain(Shape* shape, const Chain& chain); // a shape of one side
+
+} // namespace korvane
