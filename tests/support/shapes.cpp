@@ -183,6 +183,49 @@ OwnedShape PlateWithHole()
         {{0, 1, 2, 3, 0, 4, 7, 6, 5, 4}, {4, 5, 6, 7, 4, 0, 3, 2, 1, 0}});
 }
 
+// A ring through stations of four points; walls of four corners join each to the next, the last to
+// the first. Seen along the way, the points of a station run counter-clockwise.
+static OwnedShape MakeRingThrough(const Points& points)
+{
+    const int number = int(points.size());
+    Outlines walls;
+    for (int station = 0; station < number; station += 4) {
+        const int next = (station + 4) % number;
+        for (int k = 0; k < 4; k++) {
+            const int after = (k + 1) % 4;
+            walls.push_back({station + after, station + k, next + k, next + after});
+        }
+    }
+    return MakeShape(points, walls);
+}
+
+OwnedShape Ring()
+{
+    Points points;
+    for (const auto& [x, y] : {std::pair{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}) {
+        const float a = float(x);
+        const float b = float(y);
+        points.insert(points.end(),
+                      {{2 * a, 2 * b, -0.5F}, {2 * a, 2 * b, 0.5F}, {a, b, 0.5F}, {a, b, -0.5F}});
+    }
+    return MakeRingThrough(points);
+}
+
+OwnedShape BridgedCube()
+{
+    // x and z of the outer and of the inner border at each station, from the cube's top face
+    constexpr float borders[6][4] = {
+        {-0.5F, 0.5F, 0.5F, 0.5F}, {-0.5F, 2, 0.5F, 1},        {3, 2, 2, 1}, {3, -2, 2, -1},
+        {-0.5F, -2, 0.5F, -1},     {-0.5F, -0.5F, 0.5F, -0.5F}};
+    Points points;
+    for (const auto& [x, z, innerx, innerz] : borders) {
+        points.insert(
+            points.end(),
+            {{x, -0.5F, z}, {x, 0.5F, z}, {innerx, 0.5F, innerz}, {innerx, -0.5F, innerz}});
+    }
+    return MakeRingThrough(points);
+}
+
 int AddToScene(OwnedShape shape, const std::string& name, int parent)
 {
     const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;

@@ -60,6 +60,9 @@ OwnedShape Pyramid();               // a square and four triangles
 OwnedShape RaisedSquare();          // the square, raised to (0.5, 0.5, 1) over its diagonal 0-2
 OwnedShape PlateWithHole();         // a square hole, cut free from corner 0 to corner 4 by a slit
                                     // in the front; the back is the front reversed
+OwnedShape Ring();                  // four bars round a square hole, 16 sides, volume 12
+OwnedShape BridgedCube();           // a cube with a handle from its top to its bottom, 24 sides,
+                                    // volume 11
 
 // Adds a shape to the scene with its node below `parent` and its active records; it is not yet
 // projected. Returns the shape's index.
