@@ -1,5 +1,11 @@
 #include "geometry/duplication.h"
 
+#include "geometry/construction.h"
+#include "geometry/finishedit.h"
+#include "geometry/stripes.h"
+#include "geometry/sweep.h"
+#include "scene/model.h"
+
 namespace korvane
 {
 
@@ -9,5 +15,26 @@ int duplicateside = 0;
 float (*centerpoints)[3] = nullptr;
 float (*rcenterpoints)[3] = nullptr;
 int centernumber = 0;
+
+static Places GetNewPoints()
+{
+    Places path;
+    for (int i = 0; i < newpointnumber; i++) {
+        path.push_back({newpoints[i][0], newpoints[i][1], newpoints[i][2]});
+    }
+    return path;
+}
+
+void CreateDuplicate(int shapeindex, int sideindex, int target, int closed)
+{
+    if (shapeindex < 0 || shapeindex >= shapenumber) {
+        return;
+    }
+    Shape* shape = shapes[shapeindex];
+    if (SweepSide(shape, sideindex, GetNewPoints(), target, closed != 0)) {
+        SetStripesOfShape(shape);
+        FinishEdit(shapeindex);
+    }
+}
 
 } // namespace korvane
