@@ -168,6 +168,20 @@ TreeIter CopyTreeIter(const TreeIter& node)
     return copy;
 }
 
+void FillTree(const TreeIter* nodes, int count)
+{
+    GrowArray(treeiters, 1, count);
+    for (int i = 1; i < count; i++) {
+        treeiters[i] = CopyTreeIter(nodes[i]);
+    }
+    TreeIter& root = treeiters[0];
+    FreeArray(root.children);
+    root.childnumber = nodes[0].childnumber;
+    root.children = CopyArray(nodes[0].children, root.childnumber);
+    treeiternumber = count;
+    InsertRowsBelow(0);
+}
+
 void SetTypeOfShapeNode(int shapeindex)
 {
     const int type = shapes[shapeindex]->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;

@@ -64,6 +64,10 @@ void ShowRowsOfNode(int node);
 // A copy with a name and children of its own, which the caller owns.
 TreeIter CopyTreeIter(const TreeIter& node);
 
+// Puts copies of saved nodes, the root first, into the tree, which holds its root alone. Every node
+// gets its old index, and the rows stand in the order of the saved `children`.
+void FillTree(const TreeIter* nodes, int count);
+
 // Makes a shape's node a side or a shape, as its number of sides now says, with its icon.
 void SetTypeOfShapeNode(int shapeindex);
 

@@ -2,12 +2,9 @@
 
 #include "scene/arrays.h"
 #include "scene/model.h"
-#include "scene/treeview.h"
-#include "view/mainview.h"
+#include "view/frameloop.h"
 
 #include <gtk/gtk.h>
-
-#include <algorithm>
 
 namespace korvane
 {
@@ -21,27 +18,6 @@ int repindex = 0;
 
 GtkWidget* toolbutton_undo = nullptr;
 
-static void FreeRecord(UndoRecord& record)
-{
-    for (int i = 0; i < record.shapenumber; i++) {
-        DeleteShape(record.shapes[i]);
-    }
-    FreeArray(record.shapes);
-    for (int i = 0; i < record.treeiternumber; i++) {
-        FreeArray(record.treeiters[i].name);
-        FreeArray(record.treeiters[i].children);
-    }
-    FreeArray(record.treeiters);
-}
-
-// Frees the records from `first` on.
-static void DropRecords(int first)
-{
-    while (pnumber > first) {
-        FreeRecord(puffer[--pnumber]);
-    }
-}
-
 static void ShowWhetherUndoable()
 {
     if (toolbutton_undo != nullptr) {
@@ -49,49 +25,13 @@ static void ShowWhetherUndoable()
     }
 }
 
-// The world directions of the screen's vertical and depth axes.
-static void GetViewAxes(float axes[2][3])
+// Frees the records from `first` on.
+static void DropRecords(int first)
 {
-    constexpr float screen[2][3] = {{0, 1, 0}, {0, 0, 1}};
-    std::copy_n(screen[0], 6, axes[0]);
-    ReRotate(&mainview, axes, 2);
-}
-
-static UndoRecord MakeRecord(UndoKind kind)
-{
-    UndoRecord record = {};
-    record.kind = kind;
-    record.shapeindex = -1;
-    std::copy_n(mainview.center, 3, record.center);
-    GetViewAxes(record.axes);
-    record.scale = mainview.scale;
-    return record;
-}
-
-static UndoRecord SaveShape(int index)
-{
-    UndoRecord record = MakeRecord(UNDO_SHAPE);
-    record.shapeindex = index;
-    record.shapenumber = 1;
-    record.shapes = NewArray<Shape*>(1);
-    record.shapes[0] = CopyShape(shapes[index]);
-    return record;
-}
-
-static UndoRecord SaveScene()
-{
-    UndoRecord record = MakeRecord(UNDO_SCENE);
-    record.shapenumber = shapenumber;
-    record.shapes = NewArray<Shape*>(shapenumber);
-    for (int i = 0; i < shapenumber; i++) {
-        record.shapes[i] = CopyShape(shapes[i]);
+    while (pnumber > first) {
+        pnumber--;
+        FreeRecord(puffer[pnumber]);
     }
-    record.treeiternumber = treeiternumber;
-    record.treeiters = NewArray<TreeIter>(treeiternumber);
-    for (int i = 0; i < treeiternumber; i++) {
-        record.treeiters[i] = CopyTreeIter(treeiters[i]);
-    }
-    return record;
 }
 
 // Takes ownership of what the record owns. What could be redone no longer can.
@@ -118,6 +58,88 @@ void PushShape(int index)
 void PushScene()
 {
     AddRecord(SaveScene());
+}
+
+// Saves the present, to which redo can come back, behind the newest undo step. A present that an
+// earlier undo saved there before it only flew is old by now: its place is used again.
+static void SavePresent()
+{
+    const UndoRecord newest = puffer[pindex - 1];
+    if (IsStillThere(newest)) {
+        AddRecord(SaveLike(newest));
+        pindex--;
+    }
+}
+
+// Whether restoring the record behind it brings back all that was changed after a record was made.
+static bool IsToldByNext(int index)
+{
+    if (index + 1 >= pnumber) {
+        return false;
+    }
+    const UndoRecord& record = puffer[index];
+    const UndoRecord& next = puffer[index + 1];
+    return next.kind == UNDO_SCENE ||
+           (record.kind == UNDO_SHAPE && next.shapeindex == record.shapeindex);
+}
+
+static void KeepRedoState(int index)
+{
+    UndoRecord& record = puffer[index];
+    if (!IsToldByNext(index) && IsStillThere(record)) {
+        record.redo = NewArray<UndoRecord>(1);
+        *record.redo = SaveLike(record);
+    }
+}
+
+void PopUndo()
+{
+    if (pindex == 0) {
+        return;
+    }
+    if (pindex + 1 >= pnumber) { // nothing that could be redone
+        SavePresent();
+    }
+    const UndoRecord& record = puffer[pindex - 1];
+    if (!IsViewInPlace(record)) {
+        FlyToView(record);
+        return;
+    }
+    pindex--;
+    KeepRedoState(pindex);
+    RestoreRecord(record);
+    ShowWhetherUndoable();
+}
+
+void PopRedo()
+{
+    if (pindex + 1 >= pnumber) {
+        return;
+    }
+    UndoRecord& undone = puffer[pindex];
+    if (!IsViewInPlace(undone)) {
+        FlyToView(undone);
+        return;
+    }
+    pindex++;
+    RestoreRecord(undone.redo != nullptr ? *undone.redo : puffer[pindex]);
+    FreeRedoState(undone);
+    ShowWhetherUndoable();
+    if (pindex + 1 == pnumber) {
+        DropRecords(pindex); // the present is no longer a saved one
+    }
+}
+
+void Undo()
+{
+    PopUndo();
+    rdstate |= redrawwanted;
+}
+
+void Redo()
+{
+    PopRedo();
+    rdstate |= redrawwanted;
 }
 
 void DelPuffer()

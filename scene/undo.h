@@ -1,28 +1,15 @@
-// The undo buffer: states saved before they are changed, each with the camera of its moment.
-// Records below pindex are undo steps, those from pindex up are redo steps.
+// The undo buffer: states saved before they are changed, in the order of the changes. Records below
+// pindex are undo steps, those from pindex up are redo steps; the last of these is the present from
+// which the first undo started. Undo and redo restore a state only in the view in which it was
+// saved: seen from elsewhere, the camera first flies there, and nothing else changes.
 #pragma once
+
+#include "scene/undorecord.h"
 
 typedef struct _GtkWidget GtkWidget;
 
 namespace korvane
 {
-
-struct Shape;
-struct TreeIter;
-
-enum UndoKind { UNDO_SHAPE = 0, UNDO_SCENE = 1 };
-
-struct UndoRecord {
-    int kind;            // an UndoKind
-    int shapeindex;      // of the saved shape; -1 for the whole scene
-    int shapenumber;     // length of shapes
-    Shape** shapes;      // owned; copies: the one shape, or every shape in order
-    int treeiternumber;  // length of treeiters; 0 for one shape
-    TreeIter* treeiters; // owned; copies of every node, the root included; null for one shape
-    float center[3];     // the view's centre when the record was made
-    float axes[2][3]; // the world directions of the screen's vertical and depth axes at that time
-    float scale;      // the view's scale at that time
-};
 
 extern UndoRecord* puffer;   // owned; the records
 extern int pnumber;          // valid records
@@ -39,6 +26,15 @@ void PushShape(int index);
 
 // Saves every shape and the whole tree before shapes or folders are added, removed or moved.
 void PushScene();
+
+// One step back or forward: restores a state or flies to its view. Nothing happens when there is no
+// such step.
+void PopUndo();
+void PopRedo();
+
+// The commands: a step, then a redraw.
+void Undo();
+void Redo();
 
 // Frees every record's contents; afterwards there is nothing to undo or redo.
 void DelPuffer();

@@ -1,5 +1,6 @@
 #include "geometry/construction.h"
 #include "scene/scenefile.h"
+#include "scene/undo.h"
 #include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/navigation.h"
@@ -50,6 +51,13 @@ static void SetSpace(bool held)
     }
 }
 
+static void UndoIfPossible()
+{
+    if (pindex != 0) {
+        Undo();
+    }
+}
+
 // Keys that move the camera. False when the key is none of them.
 static bool PressCameraKey(guint key)
 {
@@ -88,6 +96,13 @@ static bool PressCameraKey(guint key)
 static bool PressPlainKey(guint key)
 {
     switch (key) {
+    case GDK_KEY_z:
+    case GDK_KEY_BackSpace:
+        UndoIfPossible();
+        return true;
+    case GDK_KEY_y:
+        Redo();
+        return true;
     case GDK_KEY_g:
         Toggle(toolbutton_gradient);
         return true;
@@ -117,6 +132,10 @@ static void PressControlLetter(guint key, bool shift)
         Save();
     } else if (key == GDK_KEY_o) {
         Open();
+    } else if (key == GDK_KEY_y || (key == GDK_KEY_z && shift)) {
+        Redo();
+    } else if (key == GDK_KEY_z) {
+        UndoIfPossible();
     }
 }
 

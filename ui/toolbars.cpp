@@ -57,7 +57,7 @@ static const ButtonRow editbuttons[] = {
     {BUTTON_PLAIN, "gtk-directory", "New folder..."},
     {BUTTON_PLAIN, "gtk-delete", "Delete selected Key: Del"},
     {BUTTON_SEPARATOR},
-    {BUTTON_PLAIN, "gtk-undo", "Undo", nullptr, 0, &toolbutton_undo},
+    {BUTTON_PLAIN, "gtk-undo", "Undo", G_CALLBACK(Undo), 0, &toolbutton_undo},
 };
 
 static const ButtonRow viewbuttons[] = {

@@ -1,151 +1,349 @@
+// The steps back and forth; what a step restores is tested with the records.
 #include "scene/undo.h"
 
-#include "scene/arrays.h"
+#include "geometry/finishedit.h"
 #include "scene/model.h"
-#include "scene/treeview.h"
+#include "scene/scenefile.h"
 #include "tests/support/camera.h"
 #include "tests/support/invariants.h"
-#include "tests/support/shapes.h"
+#include "view/frameloop.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>
 
-#include <malloc.h>
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <cmath>
+#include <random>
 
 namespace korvane
 {
 
 using namespace korvane::testing;
 
-static std::size_t GetHeapBytes()
+// An edit with its undo step: point 0 of a shape goes to this x.
+static void Edit(int shape, float x)
 {
-    return mallinfo2().uordblks;
+    PushShape(shape);
+    shapes[shape]->points[0][0] = x;
+    FinishEdit(shape);
 }
 
-class UndoRecords : public StartViewTest
+static float GetX(int shape)
 {
+    return shapes[shape]->points[0][0];
+}
+
+static void ExpectPosition(int index, int number)
+{
+    EXPECT_EQ(pindex, index);
+    EXPECT_EQ(pnumber, number);
+    EXPECT_EQ(FindBrokenRule(), "");
+}
+
+// Two cubes whose first points are at x -0.5.
+class UndoSteps : public StartViewTest
+{
+protected:
+    void SetUp() override
+    {
+        StartViewTest::SetUp();
+        AddToView(Cube());
+        AddToView(Cube());
+    }
 };
 
-TEST_F(UndoRecords, HoldACopyOfOneShape)
+// The present is saved behind the records by the first undo and leaves with the last redo.
+TEST_F(UndoSteps, WalkBackAndForth)
 {
-    AddToView(Square());
-    AddToView(Cube());
-    PushShape(1);
-    ASSERT_EQ(pnumber, 1);
-    EXPECT_EQ(pindex, 1);
+    Edit(0, 1);
+    Edit(0, 2);
+    ExpectPosition(2, 2);
+    PopUndo();
+    EXPECT_EQ(GetX(0), 1);
+    ExpectPosition(1, 3);
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 3);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 1);
+    ExpectPosition(1, 3);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 2);
+    ExpectPosition(2, 2);
+}
+
+TEST_F(UndoSteps, DoNothingWhereThereAreNone)
+{
+    PopUndo();
+    PopRedo();
+    ExpectPosition(0, 0);
+    Edit(0, 1);
+    PopRedo();
+    ExpectPosition(1, 1);
+    PopUndo();
+    PopUndo();
+    PopUndo();
+    ExpectPosition(0, 2);
+    PopRedo();
+    PopRedo();
+    ExpectPosition(1, 1);
+    EXPECT_EQ(GetX(0), 1);
+    EXPECT_EQ(camposition, cameraframes);
+}
+
+TEST_F(UndoSteps, ForwardAreLostWithANewChange)
+{
+    Edit(0, 1);
+    Edit(0, 2);
+    Edit(0, 3);
+    PopUndo();
+    PopUndo();
+    ExpectPosition(1, 4);
+    Edit(0, 4);
+    ExpectPosition(2, 2);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 4);
+    PopUndo();
+    EXPECT_EQ(GetX(0), 1);
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+}
+
+TEST_F(UndoSteps, FlyFirstWhenTheViewHasMoved)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    PopUndo();
+    EXPECT_EQ(GetX(0), 1); // as it was
+    ExpectPosition(1, 2);
+    EXPECT_EQ(camposition, 0);
+    PlayFlight();
+    EXPECT_EQ(mainview.center[0], 0.0F);
+    EXPECT_EQ(GetX(0), 1);
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 2);
+    EXPECT_EQ(camposition, cameraframes);
+}
+
+// Redo shows each change from where it was made, too.
+TEST_F(UndoSteps, ForwardFlyFirstWhenTheViewHasMoved)
+{
+    Edit(0, 1);
+    PopUndo();
+    mainview.scale = 2;
+    PopRedo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 2);
+    EXPECT_EQ(camposition, 0);
+    PlayFlight();
+    EXPECT_EQ(mainview.scale, 1.0F);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 1);
+    ExpectPosition(1, 1);
+}
+
+TEST_F(UndoSteps, FlyForTheSmallestDifferenceOfCentreOrScale)
+{
+    Edit(0, 1);
     const UndoRecord& record = puffer[0];
-    EXPECT_EQ(record.kind, UNDO_SHAPE);
-    EXPECT_EQ(record.shapeindex, 1);
-    ASSERT_EQ(record.shapenumber, 1);
-    EXPECT_NE(record.shapes[0], shapes[1]);
-    EXPECT_EQ(record.shapes[0]->pointnumber, 8);
-    EXPECT_EQ(FindBrokenRuleOfShape(*record.shapes[0]), "");
-    EXPECT_EQ(record.treeiternumber, 0);
-    EXPECT_EQ(record.treeiters, nullptr);
-}
-
-TEST_F(UndoRecords, AreNotMadeOfShapesThatDoNotExist)
-{
-    AddToView(Square());
-    PushShape(-1);
-    PushShape(1);
-    EXPECT_EQ(pnumber, 0);
-    EXPECT_EQ(pindex, 0);
-}
-
-TEST_F(UndoRecords, HoldCopiesOfEveryShapeAndNode)
-{
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("f", 2));
-    AddTreeIter(0, NODE_FOLDER, CopyArray("empty", 6));
-    AddToScene(Square(), "b", folder);
-    AddToScene(Cube(), "a", folder);
-    PushScene();
-    ASSERT_EQ(pnumber, 1);
-    const UndoRecord& record = puffer[0];
-    EXPECT_EQ(record.kind, UNDO_SCENE);
-    ASSERT_EQ(record.shapenumber, 2);
-    EXPECT_EQ(record.shapes[0]->sidenumber, 1);
-    EXPECT_EQ(record.shapes[1]->sidenumber, 6);
-    ASSERT_EQ(record.treeiternumber, 5); // the root, two folders, two shapes
-    const TreeIter* nodes = record.treeiters;
-    EXPECT_STREQ(nodes[0].name, "scene");
-    EXPECT_NE(nodes[1].name, treeiters[1].name);
-    EXPECT_EQ(std::vector<int>(nodes[0].children, nodes[0].children + nodes[0].childnumber),
-              std::vector<int>({2, 1}));
-    EXPECT_EQ(std::vector<int>(nodes[1].children, nodes[1].children + nodes[1].childnumber),
-              std::vector<int>({4, 3}));
-    EXPECT_EQ(nodes[2].childnumber, 0);
-    EXPECT_NE(nodes[2].children, nullptr);
-    EXPECT_EQ(nodes[3].shapeindex, 0);
-    EXPECT_EQ(nodes[3].children, nullptr);
-}
-
-TEST_F(UndoRecords, CanBeMadeOfAnEmptyScene)
-{
-    PushScene();
-    ASSERT_EQ(pnumber, 1);
-    EXPECT_EQ(puffer[0].shapenumber, 0);
-    EXPECT_NE(puffer[0].shapes, nullptr);
-    EXPECT_EQ(puffer[0].treeiternumber, 1);
-}
-
-// A quarter turn about x: the world's y axis is seen along the depth, its z axis downwards. So the
-// screen's vertical axis is the world's -z, its depth axis the world's y.
-TEST_F(UndoRecords, RememberTheView)
-{
-    AddToView(Square());
-    mainview.center[0] = 1;
-    mainview.center[1] = 2;
-    mainview.center[2] = 3;
-    mainview.scale = 0.5F;
-    SetRotation({{{1, 0, 0}, {0, 0, 1}, {0, -1, 0}}});
-    PushShape(0);
-    const UndoRecord& record = puffer[0];
-    const float vertical[3] = {0, 0, -1};
-    const float depth[3] = {0, 1, 0};
-    for (int i = 0; i < 3; i++) {
-        EXPECT_EQ(record.center[i], float(i + 1));
-        EXPECT_FLOAT_EQ(record.axes[0][i], vertical[i]);
-        EXPECT_FLOAT_EQ(record.axes[1][i], depth[i]);
+    EXPECT_TRUE(IsViewInPlace(record));
+    for (float* value :
+         {&mainview.center[0], &mainview.center[1], &mainview.center[2], &mainview.scale}) {
+        const float kept = *value;
+        *value = std::nextafter(kept, 9.0F);
+        EXPECT_FALSE(IsViewInPlace(record));
+        *value = kept;
     }
-    EXPECT_EQ(record.scale, 0.5F);
+    EXPECT_TRUE(IsViewInPlace(record));
 }
 
-TEST_F(UndoRecords, AreGoneWithTheBuffer)
+TEST_F(UndoSteps, TakeAxesThatDifferByAHundredthForTheSame)
 {
-    AddToView(Cube());
-    PushShape(0);
-    PushScene();
-    DelPuffer();
-    EXPECT_EQ(pnumber, 0);
-    EXPECT_EQ(pindex, 0);
-}
-
-// The array of records counts too, with the room it keeps for more.
-TEST_F(UndoRecords, OfOneShapeCostNoMoreThanTwiceTheShape)
-{
-    if (GetHeapBytes() == 0) {
-        GTEST_SKIP() << "this heap does not tell what it holds";
+    Edit(0, 1);
+    UndoRecord& record = puffer[0];
+    for (float* component : {&record.axes[0][0], &record.axes[0][1], &record.axes[0][2],
+                             &record.axes[1][0], &record.axes[1][1], &record.axes[1][2]}) {
+        const float kept = *component;
+        *component = kept - 0.01F;
+        EXPECT_TRUE(IsViewInPlace(record));
+        *component = kept + 0.0101F;
+        EXPECT_FALSE(IsViewInPlace(record));
+        *component = kept;
     }
-    constexpr int number = 33; // of the records one more than there was room for
-    for (const auto make : {FlatTriangle, Cube}) {
-        StartView();
-        const int index = AddToView(make());
-        std::vector<OwnedShape> copies(number);
-        FreeArray(puffer);
-        const std::size_t empty = GetHeapBytes();
-        for (OwnedShape& copy : copies) {
-            copy.reset(CopyShape(shapes[index]));
+}
+
+TEST_F(UndoSteps, ArriveWhereverTheyFlyTo)
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> place(-3, 3);
+    for (int i = 0; i < 100; i++) {
+        SetRotation(GetRandomRotation(random));
+        std::generate_n(mainview.center, 3, [&] { return place(random); });
+        mainview.scale = std::exp(place(random));
+        Edit(0, place(random));
+    }
+    for (int i = 99; i >= 0; i--) {
+        if (!IsViewInPlace(puffer[i])) {
+            PopUndo();
+            ASSERT_EQ(pindex, i + 1);
+            PlayFlight();
         }
-        const std::size_t copied = GetHeapBytes();
-        for (int i = 0; i < number; i++) {
-            PushShape(index);
-        }
-        EXPECT_GT(copied, empty);
-        EXPECT_LE(GetHeapBytes() - copied, 2 * (copied - empty));
+        PopUndo();
+        ASSERT_EQ(pindex, i);
     }
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 101);
+}
+
+// A view from behind, upside down: every arc of the flight is a half circle.
+TEST_F(UndoSteps, ArriveFromTheOppositeView)
+{
+    Edit(0, 1);
+    for (const Columns& opposite : {Columns{{{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}}},
+                                    Columns{{{1, 0, 0}, {0, -1, 0}, {0, 0, -1}}},
+                                    Columns{{{-1, 0, 0}, {0, -1, 0}, {0, 0, 1}}}}) {
+        SetRotation(opposite);
+        PopUndo();
+        ExpectPosition(1, 2);
+        PlayFlight();
+        EXPECT_TRUE(IsViewInPlace(puffer[0]));
+    }
+}
+
+TEST_F(UndoSteps, KeepAChangeThatIsMadeAfterAFlight)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    PopUndo(); // saves the present, and flies
+    Edit(0, 2);
+    ExpectPosition(2, 2);
+    PopUndo();
+    EXPECT_EQ(GetX(0), 1);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 2);
+}
+
+// As a drawing that is finished after the flight: it was saved when it was begun.
+TEST_F(UndoSteps, KeepWhatGoesOnAfterAFlight)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    PopUndo();
+    ExpectPosition(1, 2);
+    PlayFlight();
+    shapes[0]->points[0][0] = 2;
+    FinishEdit(0);
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 2);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 2);
+    ExpectPosition(1, 1);
+}
+
+TEST_F(UndoSteps, BringBackEachOfSeveralShapes)
+{
+    Edit(0, 1);
+    Edit(1, 2);
+    Edit(0, 3);
+    for (int round = 0; round < 2; round++) {
+        PopUndo();
+        EXPECT_EQ(GetX(0), 1);
+        PopUndo();
+        EXPECT_EQ(GetX(1), -0.5F);
+        PopUndo();
+        EXPECT_EQ(GetX(0), -0.5F);
+        ExpectPosition(0, 4);
+        PopRedo();
+        EXPECT_EQ(GetX(0), 1); // which the record of shape 1 cannot tell
+        PopRedo();
+        EXPECT_EQ(GetX(1), 2);
+        PopRedo();
+        EXPECT_EQ(GetX(0), 3);
+        ExpectPosition(3, 3);
+    }
+}
+
+TEST_F(UndoSteps, KeepWhatTheNextRecordDoesNotTell)
+{
+    Edit(0, 1); // told by the next one
+    Edit(0, 2);
+    Edit(1, 3); // told by that of the scene
+    PushScene();
+    AddToScene(Square(), "square");
+    Edit(2, 4);
+    const bool kept[] = {false, true, false, true, false};
+    for (int i = 4; i >= 0; i--) {
+        PopUndo();
+        EXPECT_EQ(puffer[i].redo != nullptr, kept[i]) << i;
+    }
+    for (int i = 0; i < 5; i++) {
+        PopRedo();
+        EXPECT_EQ(puffer[i].redo, nullptr);
+    }
+    ExpectPosition(5, 5);
+    EXPECT_EQ(GetX(2), 4);
+}
+
+TEST_F(UndoSteps, PassOverAShapeThatIsGone)
+{
+    Edit(0, 1);
+    Edit(1, 2);
+    puffer[1].shapeindex = 9;
+    PopUndo(); // there is no present to save
+    EXPECT_EQ(GetX(1), 2);
+    ExpectPosition(1, 2);
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    ExpectPosition(0, 2);
+    PopRedo();
+    EXPECT_EQ(GetX(0), 1);
+    ExpectPosition(1, 1);
+    PopRedo();
+    PopUndo();
+    EXPECT_EQ(GetX(0), -0.5F);
+    EXPECT_EQ(GetX(1), 2);
+    ExpectPosition(0, 2);
+}
+
+TEST_F(UndoSteps, PassOverShapesOfASceneThatIsGone)
+{
+    Edit(0, 1);
+    Edit(1, 2);
+    DelScene(); // no edit: nothing is saved
+    PopUndo();
+    PopUndo();
+    ExpectPosition(0, 2);
+    PopRedo();
+    PopRedo();
+    EXPECT_EQ(shapenumber, 0);
+    EXPECT_EQ(FindBrokenRule(), "");
+}
+
+TEST_F(UndoSteps, AskForAFrame)
+{
+    rdstate = 0;
+    Undo();
+    EXPECT_EQ(rdstate, redrawwanted);
+    rdstate = 0;
+    Redo();
+    EXPECT_EQ(rdstate, redrawwanted);
+}
+
+TEST_F(UndoSteps, EndWithANewScene)
+{
+    Edit(0, 1);
+    Edit(1, 2);
+    PopUndo();
+    PopUndo();
+    NewMrt();
+    ExpectPosition(0, 0);
+    PopUndo();
+    PopRedo();
+    EXPECT_EQ(shapenumber, 0);
+    PushScene();
+    ExpectPosition(1, 1);
 }
 
 } // namespace korvane

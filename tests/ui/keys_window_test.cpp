@@ -2,6 +2,7 @@
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
+#include "scene/undo.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
@@ -161,6 +162,58 @@ TEST_F(Keys, WAndSSwitchBetweenTheWireAndAll)
     }
 }
 
+// Two steps that can be undone; each key takes one of them back.
+static void SaveTwoStates()
+{
+    DelPuffer();
+    AddToScene(Square(), "square");
+    PushScene();
+    PushShape(0);
+    rdstate = 0;
+}
+
+static void ExpectStep(guint key, guint state, int expected)
+{
+    rdstate = 0;
+    EXPECT_EQ(Press(key, state), TRUE);
+    EXPECT_EQ(pindex, expected);
+    EXPECT_EQ(rdstate & redrawwanted, redrawwanted);
+}
+
+TEST_F(Keys, ZAndBackSpaceUndo)
+{
+    for (const guint key : {GDK_KEY_z, GDK_KEY_Z, GDK_KEY_BackSpace}) {
+        SaveTwoStates();
+        ExpectStep(key, 0, 1);
+        ExpectStep(key, 0, 0);
+        rdstate = 0;
+        EXPECT_EQ(Press(key), TRUE); // nothing is left
+        EXPECT_EQ(pindex, 0);
+        EXPECT_EQ(rdstate, 0);
+    }
+}
+
+TEST_F(Keys, YRedoes)
+{
+    for (const guint key : {GDK_KEY_y, GDK_KEY_Y}) {
+        SaveTwoStates();
+        PopUndo();
+        PopUndo();
+        ExpectStep(key, 0, 1);
+        ExpectStep(key, 0, 2);
+        ExpectStep(key, 0, 2); // nothing is left
+    }
+}
+
+TEST_F(Keys, WithControlUndoAndRedo)
+{
+    SaveTwoStates();
+    ExpectStep(GDK_KEY_z, GDK_CONTROL_MASK, 1);
+    ExpectStep(GDK_KEY_z, GDK_CONTROL_MASK, 0);
+    ExpectStep(GDK_KEY_y, GDK_CONTROL_MASK, 1);
+    ExpectStep(GDK_KEY_Z, GDK_CONTROL_MASK | GDK_SHIFT_MASK, 2);
+}
+
 TEST_F(Keys, SpaceIsHeldUntilItIsReleased)
 {
     EXPECT_EQ(Press(GDK_KEY_space), TRUE);
@@ -222,7 +275,7 @@ TEST_F(Keys, WithControlAndAnotherLetterDoNothing)
     const MainView before = mainview;
     rdstate = 0;
     for (guint key = GDK_KEY_a; key <= GDK_KEY_z; key++) {
-        if (key == GDK_KEY_o || key == GDK_KEY_s) {
+        if (key == GDK_KEY_o || key == GDK_KEY_s || key == GDK_KEY_y || key == GDK_KEY_z) {
             continue;
         }
         EXPECT_EQ(Press(key, GDK_CONTROL_MASK), TRUE);

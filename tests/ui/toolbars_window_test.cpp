@@ -86,7 +86,8 @@ static void ExpectButton(GtkWidget* item, const Button& row)
     if (toggles) {
         EXPECT_EQ(gtk_toggle_tool_button_get_active(GTK_TOGGLE_TOOL_BUTTON(item)), row.pressed);
     }
-    EXPECT_EQ(gtk_widget_get_sensitive(item), row.handler != nullptr);
+    const bool hasnothingtodo = item == toolbutton_undo; // at the start
+    EXPECT_EQ(gtk_widget_get_sensitive(item), row.handler != nullptr && !hasnothingtodo);
     if (row.handler != nullptr) {
         EXPECT_TRUE(IsConnected(item, toggles ? "toggled" : "clicked", row.handler,
                                 GINT_TO_POINTER(row.data)));
@@ -137,7 +138,7 @@ TEST(Toolbars, OfferTheEditCommandsSecond)
                    {plain, "gtk-directory", "New folder..."},
                    {plain, "gtk-delete", "Delete selected Key: Del"},
                    {separator},
-                   {plain, "gtk-undo", "Undo", false, nullptr, 0, &toolbutton_undo}});
+                   {plain, "gtk-undo", "Undo", false, G_CALLBACK(Undo), 0, &toolbutton_undo}});
 }
 
 TEST(Toolbars, OfferTheViewCommandsThird)

@@ -1,0 +1,170 @@
+#include "scene/undorecord.h"
+
+#include "geometry/construction.h"
+#include "scene/arrays.h"
+#include "scene/model.h"
+#include "scene/scenefile.h"
+#include "scene/treeview.h"
+#include "ui/input.h"
+#include "view/cameraflight.h"
+#include "view/mainview.h"
+#include "view/picking.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane
+{
+
+static constexpr double axistolerance = 0.01; // of each component of the axes
+
+// The world directions of the screen's vertical and depth axes.
+static void GetViewAxes(float axes[2][3])
+{
+    constexpr float screen[2][3] = {{0, 1, 0}, {0, 0, 1}};
+    std::copy_n(screen[0], 6, axes[0]);
+    ReRotate(&mainview, axes, 2);
+}
+
+static UndoRecord MakeRecord(UndoKind kind)
+{
+    UndoRecord record = {};
+    record.kind = kind;
+    record.shapeindex = -1;
+    std::copy_n(mainview.center, 3, record.center);
+    GetViewAxes(record.axes);
+    record.scale = mainview.scale;
+    return record;
+}
+
+UndoRecord SaveShape(int index)
+{
+    UndoRecord record = MakeRecord(UNDO_SHAPE);
+    record.shapeindex = index;
+    record.shapenumber = 1;
+    record.shapes = NewArray<Shape*>(1);
+    record.shapes[0] = CopyShape(shapes[index]);
+    return record;
+}
+
+UndoRecord SaveScene()
+{
+    UndoRecord record = MakeRecord(UNDO_SCENE);
+    record.shapenumber = shapenumber;
+    record.shapes = NewArray<Shape*>(shapenumber);
+    for (int i = 0; i < shapenumber; i++) {
+        record.shapes[i] = CopyShape(shapes[i]);
+    }
+    record.treeiternumber = treeiternumber;
+    record.treeiters = NewArray<TreeIter>(treeiternumber);
+    for (int i = 0; i < treeiternumber; i++) {
+        record.treeiters[i] = CopyTreeIter(treeiters[i]);
+    }
+    return record;
+}
+
+UndoRecord SaveLike(const UndoRecord& record)
+{
+    return record.kind == UNDO_SHAPE ? SaveShape(record.shapeindex) : SaveScene();
+}
+
+bool IsStillThere(const UndoRecord& record)
+{
+    return record.shapeindex < shapenumber;
+}
+
+// The button of the new-shape tool comes up with its tool.
+static void EndConstruction()
+{
+    if (newsign != 0 && toolbutton_news != nullptr) {
+        gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), FALSE);
+    }
+    DelNewPoints();
+}
+
+static void RestoreShape(const UndoRecord& record)
+{
+    const int index = record.shapeindex;
+    DeleteShape(shapes[index]);
+    shapes[index] = CopyShape(record.shapes[0]);
+    ChangeShape(index);
+    TransferOneShape(index);
+    SetActives();
+    SetTypeOfShapeNode(index);
+    SearchActive();
+}
+
+static void RestoreScene(const UndoRecord& record)
+{
+    DelScene();
+    for (int i = 0; i < record.shapenumber; i++) {
+        AddShape(CopyShape(record.shapes[i]));
+    }
+    FillTree(record.treeiters, record.treeiternumber);
+    SetActives();
+    RefreshView();
+}
+
+void RestoreRecord(const UndoRecord& record)
+{
+    if (!IsStillThere(record)) {
+        return;
+    }
+    EndConstruction();
+    mainview.action = TOOL_NONE;
+    mstate = POINTER_IDLE;
+    ForgetPressedElements();
+    if (record.kind == UNDO_SHAPE) {
+        RestoreShape(record);
+    } else {
+        RestoreScene(record);
+    }
+}
+
+static void FreeContents(UndoRecord& record)
+{
+    for (int i = 0; i < record.shapenumber; i++) {
+        DeleteShape(record.shapes[i]);
+    }
+    FreeArray(record.shapes);
+    for (int i = 0; i < record.treeiternumber; i++) {
+        FreeArray(record.treeiters[i].name);
+        FreeArray(record.treeiters[i].children);
+    }
+    FreeArray(record.treeiters);
+}
+
+void FreeRedoState(UndoRecord& record)
+{
+    if (record.redo != nullptr) {
+        FreeContents(*record.redo); // which has no redo state of its own
+        FreeArray(record.redo);
+    }
+}
+
+void FreeRecord(UndoRecord& record)
+{
+    FreeContents(record);
+    FreeRedoState(record);
+}
+
+bool IsViewInPlace(const UndoRecord& record)
+{
+    float axes[2][3];
+    GetViewAxes(axes);
+    const auto near = [](float a, float b) {
+        return std::fabs(double(a) - double(b)) <= axistolerance; // the tolerance itself is near
+    };
+    return std::equal(record.center, record.center + 3, mainview.center) &&
+           record.scale == mainview.scale && std::equal(axes[0], axes[0] + 6, record.axes[0], near);
+}
+
+void FlyToView(const UndoRecord& record)
+{
+    float axes[2][3];
+    std::copy_n(record.axes[0], 6, axes[0]);
+    Rotate(&mainview, axes, 2);
+    ChangeCamera(axes[1], axes[0], record.center, record.scale);
+}
+
+} // namespace korvane
