@@ -10,6 +10,7 @@ namespace korvane
 
 static constexpr double pickdistancesquare = 0.000256;
 static constexpr double straight = 1e-9; // a segment that spans less is horizontal or vertical
+static constexpr double farthest = 100;  // a segment's line at this distance is none to choose
 
 bool PointNear2d(const float* mouse, const float* point)
 {
@@ -20,6 +21,19 @@ bool PointNear2d(const float* mouse, const float* point)
         return false;
     }
     return std::hypot(dx, dy) < pickdistance;
+}
+
+// Where the perpendicular from the mouse meets the line through p and q, which is neither
+// horizontal nor vertical.
+static void FindFoot(const float* mouse, const float* p, const float* q, double* fx, double* fy)
+{
+    const double mx = double(mouse[0]), my = double(mouse[1]);
+    const double x0 = double(p[0]), y0 = double(p[1]);
+    const double k = (double(q[1]) - y0) / (double(q[0]) - x0);
+    const double across = 1 / k;
+    const double c = y0 - k * x0;
+    *fx = ((my + across * mx) - c) / (k + across);
+    *fy = k * *fx + c;
 }
 
 // The depth of the segment from p to q where it passes the mouse; false when it does not.
@@ -37,11 +51,8 @@ static bool FindSegmentDepth(const float* mouse, const float* p, const float* q,
         *depth = ((y1 - my) * z0 + (my - y0) * z1) / dy;
         return (x0 - mx) * (x0 - mx) < pickdistancesquare;
     }
-    const double k = dy / dx;
-    const double across = 1 / k;
-    const double c = y0 - k * x0;
-    const double fx = ((my + across * mx) - c) / (k + across); // the foot of the perpendicular
-    const double fy = k * fx + c;
+    double fx, fy;
+    FindFoot(mouse, p, q, &fx, &fy);
     *depth = ((x1 - fx) * z0 + (fx - x0) * z1) / dx;
     return std::hypot(fx - mx, fy - my) < pickdistance;
 }
@@ -68,6 +79,40 @@ bool StripeNear2d(float* mouse, const Stripe* stripe)
         }
     }
     return false;
+}
+
+// The distance from the mouse to the line through p and q.
+static double GetDistanceToLine(const float* mouse, const float* p, const float* q)
+{
+    if (std::fabs(double(q[1]) - double(p[1])) < straight) {
+        return std::fabs(double(p[1]) - double(mouse[1]));
+    }
+    if (std::fabs(double(q[0]) - double(p[0])) < straight) {
+        return std::fabs(double(p[0]) - double(mouse[0]));
+    }
+    double fx, fy;
+    FindFoot(mouse, p, q, &fx, &fy);
+    return std::hypot(fx - double(mouse[0]), fy - double(mouse[1]));
+}
+
+int FindNearestSegment(const float* mouse, const Stripe* stripe)
+{
+    const float(*points)[3] = stripe->shape->points;
+    double best = farthest;
+    int nearest = -1;
+    for (int i = 1; i < stripe->pointnumber; i++) {
+        const float* p = points[stripe->points[i - 1]];
+        const float* q = points[stripe->points[i]];
+        if (!IsBesideSegment(mouse, p, q)) {
+            continue;
+        }
+        const double distance = GetDistanceToLine(mouse, p, q);
+        if (distance < best) { // strictly smaller: the first of equally near segments stays
+            best = distance;
+            nearest = i;
+        }
+    }
+    return nearest;
 }
 
 // Twice the area of the triangle m, p, q, positive when it runs counter-clockwise.

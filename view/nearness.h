@@ -18,6 +18,10 @@ bool PointNear2d(const float* mouse, const float* point);
 // first segment that is near decides.
 bool StripeNear2d(float* mouse, const Stripe* stripe);
 
+// The segment of the stripe whose line is nearest to the mouse, as the position of its second
+// point; -1 when the mouse is in no circle that has a segment as its diameter.
+int FindNearestSegment(const float* mouse, const Stripe* stripe);
+
 // True when the mouse lies in the triangle's projection or on its border; its depth is then that of
 // the triangle's plane. A triangle without area on the screen has the greatest depth of its
 // corners.

@@ -182,4 +182,56 @@ TEST(InTheTriangle2dSetZ, LeavesNoGapBetweenNeighbours)
     }
 }
 
+static int SegmentNearestTo(const Points& points, float x, float y)
+{
+    const TestStripe test(points);
+    const float mouse[2] = {x, y};
+    return FindNearestSegment(mouse, &test.stripe);
+}
+
+TEST(FindNearestSegment, NamesTheSegmentByItsSecondPoint)
+{
+    const Points corner = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 2, 0}};
+    EXPECT_EQ(SegmentNearestTo(corner, 0.5F, 0.1F), 1);
+    EXPECT_EQ(SegmentNearestTo(corner, 0.9F, 0.5F), 2);
+    EXPECT_EQ(SegmentNearestTo(corner, 0.4F, 1.5F), 3);
+}
+
+TEST(FindNearestSegment, IsNothingOnTheCircleOverASegmentAndOutsideIt)
+{
+    const Points line = {{0, 0, 0}, {1, 0, 0}};
+    EXPECT_EQ(SegmentNearestTo(line, 0.5F, 0.5F), -1);
+    EXPECT_EQ(SegmentNearestTo(line, 0.5F, 0.49F), 1);
+    EXPECT_EQ(SegmentNearestTo(line, 1, 0), -1);
+    EXPECT_EQ(SegmentNearestTo(line, 1.01F, 0), -1);
+    EXPECT_EQ(SegmentNearestTo({{0, 0, 0}, {0, 0, 1}}, 0, 0), -1); // a segment seen end-on
+}
+
+TEST(FindNearestSegment, TakesTheMagnitudeOfDistancesOnEitherSide)
+{
+    // right of the upright segment and above the level one; the slanted one is nearer
+    EXPECT_EQ(SegmentNearestTo({{-0.5F, -1, 0}, {-0.5F, 1, 0}, {-1, 1, 0}, {1, -1.1F, 0}}, 0, 0),
+              3);
+    EXPECT_EQ(SegmentNearestTo({{-1, -0.5F, 0}, {1, -0.5F, 0}, {1, -1, 0}, {-1, 1.1F, 0}}, 0, 0),
+              3);
+    EXPECT_EQ(SegmentNearestTo({{-1, -0.2F, 0}, {1, -0.2F, 0}, {1, 0.1F, 0}, {-1, 0.1F, 0}}, 0, 0),
+              3);
+}
+
+TEST(FindNearestSegment, MeasuresASlantedSegmentByItsPerpendicular)
+{
+    // the line y = x lies 0.1 * sqrt(0.5) from (0.5, 0.6), the level one 0.1: the slanted is nearer
+    EXPECT_EQ(SegmentNearestTo({{0, 0.7F, 0}, {1, 0.7F, 0}, {0, 0, 0}, {1, 1, 0}}, 0.5F, 0.6F), 3);
+    // 0.06 from (0.5, 0.6) the level one is
+    EXPECT_EQ(SegmentNearestTo({{0, 0, 0}, {1, 1, 0}, {1, 0.66F, 0}, {0, 0.66F, 0}}, 0.5F, 0.6F),
+              3);
+}
+
+TEST(FindNearestSegment, KeepsTheFirstOfSegmentsEquallyNear)
+{
+    EXPECT_EQ(
+        SegmentNearestTo({{0, 0.25F, 0}, {1, 0.25F, 0}, {1, -0.25F, 0}, {0, -0.25F, 0}}, 0.5F, 0),
+        1);
+}
+
 } // namespace korvane
