@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <set>
 
 namespace korvane
 {
@@ -28,6 +29,11 @@ static int* CopyToArray(const std::vector<int>& values)
 std::vector<int> GetCornersOfSide(const Side& side)
 {
     return {side.points, side.points + side.pointnumber};
+}
+
+std::vector<int> GetPointsOfStripe(const Stripe& stripe)
+{
+    return {stripe.points, stripe.points + stripe.pointnumber};
 }
 
 void SetCornersOfSide(Side* side, const std::vector<int>& corners)
@@ -186,7 +192,7 @@ static void RenameCorners(Shape* shape, const std::vector<int>& indices)
     RenameVertexes(shape, indices);
 }
 
-void RemovePoints(Shape* shape, const std::vector<bool>& marked)
+std::vector<int> RemovePoints(Shape* shape, const std::vector<bool>& marked)
 {
     const std::vector<int> indices = GetNewIndices(marked);
     int kept = 0;
@@ -195,14 +201,14 @@ void RemovePoints(Shape* shape, const std::vector<bool>& marked)
             std::copy_n(shape->points[i], 3, shape->points[kept++]);
         }
     }
-    if (kept == shape->pointnumber) {
-        return;
+    if (kept != shape->pointnumber) {
+        shape->pointnumber = kept;
+        RenameCorners(shape, indices);
     }
-    shape->pointnumber = kept;
-    RenameCorners(shape, indices);
+    return indices;
 }
 
-void RemoveUnusedPoints(Shape* shape)
+std::vector<int> RemoveUnusedPoints(Shape* shape)
 {
     std::vector<bool> unused(std::size_t(shape->pointnumber), true);
     for (int s = 0; s < shape->sidenumber; s++) {
@@ -210,7 +216,59 @@ void RemoveUnusedPoints(Shape* shape)
             unused[std::size_t(corner)] = false;
         }
     }
-    RemovePoints(shape, unused);
+    return RemovePoints(shape, unused);
+}
+
+void MovePoint(Shape* shape, int point, const float place[3])
+{
+    std::copy_n(place, 3, shape->points[point]);
+    for (int s = 0; s < shape->sidenumber; s++) {
+        Side& side = shape->sides[s];
+        if (std::find(side.points, side.points + side.pointnumber, point) !=
+            side.points + side.pointnumber) {
+            SetTrianglesOfSide(&side, side.triangles[0]);
+        }
+    }
+}
+
+void RemoveSpikes(std::vector<int>& outline)
+{
+    std::vector<int> kept;
+    for (const int corner : outline) {
+        if (kept.size() >= 2 && kept[kept.size() - 2] == corner) {
+            kept.pop_back();
+        } else if (kept.empty() || kept.back() != corner) {
+            kept.push_back(corner);
+        }
+    }
+    while (kept.size() >= 2) { // the same where the outline closes
+        if (kept.back() == kept.front() || kept[kept.size() - 2] == kept.front()) {
+            kept.pop_back();
+        } else if (kept.back() == kept[1]) {
+            kept.erase(kept.begin());
+        } else {
+            break;
+        }
+    }
+    outline = kept;
+}
+
+void MarkPoints(Shape* shape, const std::vector<int>& points, bool marked)
+{
+    std::set<int> vertexes(shape->vertexes, shape->vertexes + shape->vertexnumber);
+    for (const int point : points) {
+        if (marked) {
+            vertexes.insert(point);
+        } else {
+            vertexes.erase(point);
+        }
+    }
+    const std::vector<int> sorted(vertexes.begin(), vertexes.end());
+    FreeArray(shape->vertexes);
+    shape->vertexnumber = int(sorted.size());
+    if (!sorted.empty()) {
+        shape->vertexes = CopyArray(sorted.data(), shape->vertexnumber);
+    }
 }
 
 } // namespace korvane

@@ -16,6 +16,7 @@ struct Stripe;
 int AppendPoints(Shape* shape, const float points[][3], int number);
 
 std::vector<int> GetCornersOfSide(const Side& side);
+std::vector<int> GetPointsOfStripe(const Stripe& stripe);
 void SetCornersOfSide(Side* side,
                       const std::vector<int>& corners); // its triangles stay as they are
 void SetPointsOfStripe(Stripe* stripe, const std::vector<int>& points);
@@ -36,10 +37,21 @@ void CutSideAgain(Shape* shape, int side);
 
 // Removes the points that are marked, one mark per point: from every outline, every stripe and the
 // vertexes, and lowers the indices of the points that stay. No side may lose a corner by it that
-// its triangles still have, unless it is cut again.
-void RemovePoints(Shape* shape, const std::vector<bool>& marked);
+// its triangles still have, unless it is cut again. Returns the new index of every point, -1 for
+// those that are gone.
+std::vector<int> RemovePoints(Shape* shape, const std::vector<bool>& marked);
 
-// Removes the points that are no corner of any side.
-void RemoveUnusedPoints(Shape* shape);
+// Removes the points that are no corner of any side. Returns as RemovePoints.
+std::vector<int> RemoveUnusedPoints(Shape* shape);
+
+// Puts a point in another place and cuts the sides that have it as a corner again.
+void MovePoint(Shape* shape, int point, const float place[3]);
+
+// Takes out of an outline what encloses nothing: a corner that is like the one before it, and a
+// corner whose two neighbours are one point, with one of these. May leave fewer than three corners.
+void RemoveSpikes(std::vector<int>& outline);
+
+// Marks points as vertexes or takes their marks away. The marks ascend, each once.
+void MarkPoints(Shape* shape, const std::vector<int>& points, bool marked);
 
 } // namespace korvane
