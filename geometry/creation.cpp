@@ -82,7 +82,7 @@ void CreateNewSide(int shapeindex, int startpoint, int endpoint)
     if (!CanTakeChain(shape, chain)) {
         return;
     }
-    if (shape->sidenumber == 1) {
+    if (IsFlatShape(shape)) {
         RaiseOverChain(shape, chain);
     } else {
         CutAlongChain(shape, chain);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <numbers>
 #include <numeric>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,21 @@ namespace korvane
 {
 
 static constexpr int noone = -1; // in the place of an index: none
+
+bool IsFlatShape(const Shape* shape)
+{
+    if (shape->sidenumber != 1) {
+        return false;
+    }
+    std::set<std::pair<int, int>> edges;
+    const std::vector<int> outline = GetCornersOfSide(shape->sides[0]);
+    int before = outline.back();
+    for (const int corner : outline) {
+        edges.insert(std::minmax({before, corner}));
+        before = corner;
+    }
+    return edges.size() == outline.size();
+}
 
 // Appends the points between the ends to the shape; returns their indices from start to end.
 static std::vector<int> AppendInnerChain(Shape* shape, const Chain& chain)

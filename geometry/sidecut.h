@@ -8,8 +8,11 @@
 namespace korvane
 {
 
+// Whether the shape is a flat polygon: one side, which passes no edge twice.
+bool IsFlatShape(const Shape* shape);
+
 // Both ask for a chain that the shape can take (CanTakeChain).
-void CutAlongChain(Shape* shape, const Chain& chain);  // a shape of several sides
-void RaiseOverChain(Shape* shape, const Chain& chain); // a shape of one side
+void CutAlongChain(Shape* shape, const Chain& chain);  // a body
+void RaiseOverChain(Shape* shape, const Chain& chain); // a flat shape
 
 } // namespace korvane

@@ -4,6 +4,7 @@
 #include "geometry/sideplane.h"
 #include "geometry/surgery.h"
 #include "geometry/vectors.h"
+#include "tests/support/invariants.h"
 
 #include <algorithm>
 #include <set>
@@ -12,17 +13,12 @@
 namespace korvane::testing
 {
 
-static std::array<float, 3> GetPlaceOfPoint(const Shape& shape, int point)
-{
-    const float* place = shape.points[point];
-    return {place[0], place[1], place[2]};
-}
-
 TestChain::TestChain(const Shape& shape, int first, const Points& inner, int last)
     : start(first), end(last), points(inner)
 {
-    points.insert(points.begin(), GetPlaceOfPoint(shape, start));
-    points.push_back(GetPlaceOfPoint(shape, end));
+    const Points places = PointsOf(shape);
+    points.insert(points.begin(), places[std::size_t(start)]);
+    points.push_back(places[std::size_t(end)]);
 }
 
 Chain TestChain::Get() const
@@ -93,10 +89,8 @@ Points PlacePoints(const Points& points, const Placing& placing)
 
 OwnedShape PlaceShape(const Shape& shape, const Placing& placing)
 {
-    Points points(std::size_t(shape.pointnumber));
-    for (int i = 0; i < shape.pointnumber; i++) {
-        points[std::size_t(Rename(i, placing))] = GetPlaceOfPoint(shape, i);
-    }
+    Points points = PointsOf(shape);
+    std::rotate(points.begin(), points.end() - placing.shift, points.end());
     Outlines outlines = OutlinesOf(shape);
     for (std::vector<int>& outline : outlines) {
         for (int& corner : outline) {
@@ -151,6 +145,19 @@ std::string FindBrokenRuleOfStripeCover(const Shape& shape)
         }
     }
     return edges == GetEdgesOfOutlines(shape) ? "" : "every edge lies on exactly one stripe";
+}
+
+std::string FindBrokenRuleOfBody(Shape& shape)
+{
+    SetNormalsOfShape(&shape);
+    for (auto rule :
+         {FindBrokenRuleOfShape, FindBrokenRuleOfClosedBody, FindBrokenRuleOfStripeCover}) {
+        const std::string broken = rule(shape);
+        if (!broken.empty()) {
+            return broken;
+        }
+    }
+    return "";
 }
 
 } // namespace korvane::testing

@@ -47,6 +47,10 @@ OwnedShape PlaceShape(const Shape& shape, const Placing& placing);
 double GetVolume(const Shape& shape);      // of what its triangles enclose
 int GetCharacteristic(const Shape& shape); // corners - edges + sides
 
+// What holds of a body after every chain, once the normals are rebuilt, which happens here: it is
+// sound, closed and oriented, and its stripes cover its edges.
+std::string FindBrokenRuleOfBody(Shape& shape);
+
 // Every edge of an outline lies on exactly one stripe, and a stripe runs along edges only.
 std::string FindBrokenRuleOfStripeCover(const Shape& shape);
 

@@ -82,6 +82,16 @@ void SetVertexes(Shape* shape, const std::vector<int>& vertexes)
     }
 }
 
+Points PointsOf(const Shape& shape)
+{
+    Points points;
+    for (int i = 0; i < shape.pointnumber; i++) {
+        const float* place = shape.points[i];
+        points.push_back({place[0], place[1], place[2]});
+    }
+    return points;
+}
+
 Outlines OutlinesOf(const Shape& shape)
 {
     Outlines outlines;

@@ -37,6 +37,7 @@ OwnedShape MakeFlatShape(const Points& points); // one side with all points in o
 void SetVertexes(Shape* shape,
                  const std::vector<int>& vertexes); // marks; the normals are not rebuilt
 
+Points PointsOf(const Shape& shape);
 Outlines OutlinesOf(const Shape& shape); // the corners of every side
 Outlines StripesOf(const Shape& shape);  // the points of every stripe
 
