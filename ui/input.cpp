@@ -2,6 +2,7 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/editing.h"
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "ui/dialogs.h"
@@ -41,6 +42,10 @@ static constexpr int dragticks = 32;        // and ticks after it
 static constexpr double smallstep = 0.001;  // view units: a drag step that is not worth taking
 enum Button : guint { LEFT = 1, MIDDLE = 2, RIGHT = 3 };
 
+// From one press to the next.
+static bool presstaken = false;  // an edit of the drag has saved its shape
+static bool pressmissed = false; // the drag began on a stripe beside all its segments
+
 void ForgetPressedElements()
 {
     buttonpresspointactive = -1;
@@ -72,6 +77,8 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     buttonpressgx = gmouse[0];
     buttonpressgy = gmouse[1];
     presstime = runtime;
+    presstaken = false;
+    pressmissed = false;
     if (mainview.action == TOOL_NONE) {
         RecordPressedElement();
     }
@@ -93,16 +100,52 @@ static void LeftPressed()
     if (activepointer == nullptr) {
         return;
     }
-    if (activepointer->type == ELEMENT_SIDE) {
+    if (activepointer->type == ELEMENT_STRIPE) {
+        AddPoint(int(activepointer - activestripes));
+        rdstate |= redrawwanted;
+    } else if (activepointer->type == ELEMENT_SIDE) {
         JumpSurface();
     } else if (activepointer->type == ELEMENT_CUBEFACE) {
         CubeRotate();
     }
 }
 
+static void MiddlePressed()
+{
+    if (IsUnderConstruction() || activepointer == nullptr) {
+        return;
+    }
+    if (activepointer->type == ELEMENT_POINT) {
+        RemovePoint(int(activepointer - activepoints));
+    } else if (activepointer->type == ELEMENT_STRIPE) {
+        RemoveStripe(int(activepointer - activestripes));
+    } else {
+        return;
+    }
+    rdstate |= redrawwanted;
+}
+
 static bool IsFarEnough(float startx, float starty)
 {
     return std::hypot(gmouse[0] - startx, gmouse[1] - starty) > smallstep; // false for NaN
+}
+
+// Moves the pressed point. The first step of a press that is taken saves the shape.
+static void DragPoint()
+{
+    PointMove(buttonpresspointactive, gmouse[0], gmouse[1], presstaken ? 0 : 1);
+    presstaken = true;
+}
+
+// Inserts a point into the pressed stripe, which the rest of the drag then moves. Where there is
+// nothing to insert into, the rest of the drag does nothing.
+static void DragStripe()
+{
+    const int point = AddPoint(buttonpressstripeactive);
+    buttonpresspointactive = point;
+    buttonpressstripeactive = -1;
+    presstaken = true;
+    pressmissed = point < 0;
 }
 
 // At most one step is taken per drawn frame.
@@ -122,7 +165,11 @@ static void LeftDraw(int phase)
             mainview.action = TOOL_NONE;
             SetActives();
         }
-    } else if (buttonpresspointactive < 0 && buttonpressstripeactive < 0) {
+    } else if (buttonpresspointactive >= 0) {
+        DragPoint();
+    } else if (buttonpressstripeactive >= 0) {
+        DragStripe();
+    } else if (!pressmissed) {
         MouseRotate(startx, starty, mouse[0], mouse[1]);
     }
     rdstate |= redrawwanted;
@@ -159,6 +206,9 @@ int ButtonRelease(GtkWidget*, GdkEventButton* event)
         }
         mstate = LEFT_RELEASED;
     } else if (event->button == MIDDLE) {
+        if (mstate == MIDDLE_DOWN) {
+            MiddlePressed();
+        }
         mstate = MIDDLE_RELEASED;
     } else if (event->button == RIGHT) {
         if (mstate == RIGHT_DOWN) {

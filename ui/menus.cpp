@@ -1,6 +1,7 @@
 #include "ui/menus.h"
 
 #include "geometry/construction.h"
+#include "geometry/marks.h"
 #include "scene/treeview.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
@@ -94,7 +95,7 @@ static void AddShapeGroup(GtkWidget* menu, int source)
         {ITEM_IMAGE, "Move shape", missingimage, nullptr, Number(4)},
         {ITEM_IMAGE, "Rotate shape", missingimage, nullptr, Number(5)},
         {ITEM_IMAGE, "Scale shape", missingimage, nullptr, Number(6)},
-        {ITEM_IMAGE, "Delete Shape", "gtk-delete", nullptr, Number(source)},
+        {ITEM_IMAGE, "Delete Shape", "gtk-delete", G_CALLBACK(DelShape), Number(source)},
         {ITEM_SEPARATOR},
     };
     AddItems(menu, rows);
@@ -129,7 +130,8 @@ static void MakeTreeMenu()
 static void MakeSideMenu()
 {
     const ItemRow rows[] = {
-        {ITEM_CHECK, "Border of side set edge", nullptr, nullptr, nullptr, &menuborder},
+        {ITEM_CHECK, "Border of side set edge", nullptr, G_CALLBACK(SetBorder), nullptr,
+         &menuborder},
         {ITEM_IMAGE, "Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
         {ITEM_SEPARATOR},
     };
@@ -143,8 +145,8 @@ static void MakeSideMenu()
 static void MakePointMenu()
 {
     const ItemRow rows[] = {
-        {ITEM_CHECK, "Set vertex", nullptr, nullptr, nullptr, &menuvertex},
-        {ITEM_IMAGE, "Delete point", "gtk-delete", nullptr, nullptr, &menupointdel},
+        {ITEM_CHECK, "Set vertex", nullptr, G_CALLBACK(SetVertex), nullptr, &menuvertex},
+        {ITEM_IMAGE, "Delete point", "gtk-delete", G_CALLBACK(DelPoint), nullptr, &menupointdel},
         {ITEM_SEPARATOR},
     };
     pointmenu = gtk_menu_new();
@@ -156,8 +158,8 @@ static void MakePointMenu()
 static void MakeStripeMenu()
 {
     const ItemRow rows[] = {
-        {ITEM_CHECK, "Set edge", nullptr, nullptr, nullptr, &menuedge},
-        {ITEM_IMAGE, "Delete stripe", "gtk-delete", nullptr, nullptr, &menustripedel},
+        {ITEM_CHECK, "Set edge", nullptr, G_CALLBACK(SetEdge), nullptr, &menuedge},
+        {ITEM_IMAGE, "Delete stripe", "gtk-delete", G_CALLBACK(DelStripe), nullptr, &menustripedel},
         {ITEM_SEPARATOR},
     };
     stripemenu = gtk_menu_new();

@@ -68,7 +68,8 @@ static GtkWidget* PreparePointMenu()
 
 static GtkWidget* PrepareSideMenu()
 {
-    const Location place = LocateSide(int(activepointer - activesides));
+    buttonpresssideactive = int(activepointer - activesides);
+    const Location place = LocateSide(buttonpresssideactive);
     duplicateshape = place.shape;
     duplicateside = place.index;
     const Shape* shape = shapes[place.shape];

@@ -3,6 +3,7 @@
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
+#include "tests/support/pointer.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
@@ -25,78 +26,7 @@ namespace korvane
 
 using namespace korvane::testing;
 
-static constexpr int left = 1;
-static constexpr int middle = 2;
-static constexpr int right = 3;
-
-static const MainView start = mainview; // as the program begins
-
-// The drawing area is taken to be 1000 by 800 pixels, so that the shorter side is 800: the pixel
-// (500, 400) is the origin, and 80 pixels are 0.1 view units. No timer runs: ticks are set by hand.
-class Input : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ShowMainWindow();
-        StartEmptyScene();
-        mainview = start;
-        mainview.bgshape = BACKGROUND_NONE;
-        width = 1000;
-        height = 800;
-        camposition = cameraframes;
-        newsign = 0;
-        duplicatesign = 0;
-        keyspace = 0;
-        mstate = POINTER_IDLE;
-        runtime = 0;
-        rdstate = 0;
-        Move(500, 400);
-    }
-
-    void Press(int button, GdkEventType type = GDK_BUTTON_PRESS)
-    {
-        GdkEventButton event = {};
-        event.type = type;
-        event.button = guint(button);
-        event.x = x;
-        event.y = y;
-        EXPECT_EQ(ButtonPress(nullptr, &event), TRUE);
-    }
-
-    void Release(int button)
-    {
-        GdkEventButton event = {};
-        event.type = GDK_BUTTON_RELEASE;
-        event.button = guint(button);
-        EXPECT_EQ(ButtonRelease(nullptr, &event), TRUE);
-    }
-
-    void Move(double newx, double newy)
-    {
-        x = newx;
-        y = newy;
-        GdkEventMotion event = {};
-        event.x = x;
-        event.y = y;
-        EXPECT_EQ(MouseMov(nullptr, &event), FALSE);
-    }
-
-    // One frame has been drawn, so that the next drag step may be taken.
-    static void DrawFrame()
-    {
-        rdstate = 0;
-    }
-
-    static bool IsTurned()
-    {
-        return std::memcmp(mainview.freerotation, start.freerotation, sizeof start.freerotation) !=
-               0;
-    }
-
-    double x = 0;
-    double y = 0;
-};
+using Input = PointerTest;
 
 static void AddProjected(OwnedShape shape)
 {

@@ -1,5 +1,6 @@
 #include "ui/menus.h"
 
+#include "geometry/marks.h"
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
 #include "ui/viewmenus.h"
@@ -29,9 +30,17 @@ static const Items sidegroup = {{"Set color of side", colour},
                                 {"Rotate side", missing},
                                 {"Scale side", missing},
                                 {}};
-static const Items shapegroup = {{"Set color of shape", colour}, {"Move shape", missing},
-                                 {"Rotate shape", missing},      {"Scale shape", missing},
-                                 {"Delete Shape", "gtk-delete"}, {}};
+// `source` is what the menu belongs to: 1 a side, 2 a point, 3 a stripe.
+static Items MakeShapeGroup(int source)
+{
+    return {{"Set color of shape", colour},
+            {"Move shape", missing},
+            {"Rotate shape", missing},
+            {"Scale shape", missing},
+            {"Delete Shape", "gtk-delete", G_CALLBACK(DelShape), GINT_TO_POINTER(source)},
+            {}};
+}
+
 static const Items selectiongroup = {{"Set color of selected", colour},
                                      {"Move selected", missing},
                                      {"Rotate selected", missing},
@@ -108,32 +117,37 @@ TEST(Menus, OfferTheCommandsOfTheTree)
 TEST(Menus, OfferTheCommandsOfASideWithItsShapeAndTheSelection)
 {
     ShowMainWindow();
-    ExpectMenu(sidemenu, Join({{{"Border of side set edge", nullptr, nullptr, nullptr, &menuborder},
-                                {"Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
-                                {}},
-                               sidegroup,
-                               shapegroup,
-                               selectiongroup}));
+    ExpectMenu(
+        sidemenu,
+        Join({{{"Border of side set edge", nullptr, G_CALLBACK(SetBorder), nullptr, &menuborder},
+               {"Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
+               {}},
+              sidegroup,
+              MakeShapeGroup(1),
+              selectiongroup}));
 }
 
 TEST(Menus, OfferTheCommandsOfAPointWithItsShapeAndTheSelection)
 {
     ShowMainWindow();
-    ExpectMenu(pointmenu, Join({{{"Set vertex", nullptr, nullptr, nullptr, &menuvertex},
-                                 {"Delete point", "gtk-delete", nullptr, nullptr, &menupointdel},
-                                 {}},
-                                shapegroup,
-                                selectiongroup}));
+    ExpectMenu(pointmenu,
+               Join({{{"Set vertex", nullptr, G_CALLBACK(SetVertex), nullptr, &menuvertex},
+                      {"Delete point", "gtk-delete", G_CALLBACK(DelPoint), nullptr, &menupointdel},
+                      {}},
+                     MakeShapeGroup(2),
+                     selectiongroup}));
 }
 
 TEST(Menus, OfferTheCommandsOfAStripeWithItsShapeAndTheSelection)
 {
     ShowMainWindow();
-    ExpectMenu(stripemenu, Join({{{"Set edge", nullptr, nullptr, nullptr, &menuedge},
-                                  {"Delete stripe", "gtk-delete", nullptr, nullptr, &menustripedel},
-                                  {}},
-                                 shapegroup,
-                                 selectiongroup}));
+    ExpectMenu(
+        stripemenu,
+        Join({{{"Set edge", nullptr, G_CALLBACK(SetEdge), nullptr, &menuedge},
+               {"Delete stripe", "gtk-delete", G_CALLBACK(DelStripe), nullptr, &menustripedel},
+               {}},
+              MakeShapeGroup(3),
+              selectiongroup}));
 }
 
 TEST(Menus, OfferANewShapeOverTheBackground)

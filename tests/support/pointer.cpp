@@ -1,0 +1,82 @@
+#include "tests/support/pointer.h"
+
+#include "geometry/construction.h"
+#include "geometry/duplication.h"
+#include "tests/support/shapes.h"
+#include "tests/support/widgets.h"
+#include "ui/input.h"
+#include "view/cameraflight.h"
+#include "view/frameloop.h"
+#include "view/mainview.h"
+
+#include <algorithm>
+
+namespace korvane::testing
+{
+
+static const MainView start = mainview; // as the program begins
+
+void PointerTest::SetUp()
+{
+    ShowMainWindow();
+    StartEmptyScene();
+    mainview = start;
+    mainview.bgshape = BACKGROUND_NONE;
+    width = 1000;
+    height = 800;
+    camposition = cameraframes;
+    newsign = 0;
+    duplicatesign = 0;
+    keyspace = 0;
+    mstate = POINTER_IDLE;
+    runtime = 0;
+    rdstate = 0;
+    Move(500, 400);
+}
+
+void PointerTest::Press(int button, GdkEventType type)
+{
+    GdkEventButton event = {};
+    event.type = type;
+    event.button = guint(button);
+    event.x = x;
+    event.y = y;
+    EXPECT_EQ(ButtonPress(nullptr, &event), TRUE);
+}
+
+void PointerTest::Release(int button)
+{
+    GdkEventButton event = {};
+    event.type = GDK_BUTTON_RELEASE;
+    event.button = guint(button);
+    EXPECT_EQ(ButtonRelease(nullptr, &event), TRUE);
+}
+
+void PointerTest::Move(double newx, double newy)
+{
+    x = newx;
+    y = newy;
+    GdkEventMotion event = {};
+    event.x = x;
+    event.y = y;
+    EXPECT_EQ(MouseMov(nullptr, &event), FALSE);
+}
+
+void PointerTest::Click(int button, double newx, double newy)
+{
+    Move(newx, newy);
+    Press(button);
+    Release(button);
+}
+
+void PointerTest::DrawFrame()
+{
+    rdstate = 0;
+}
+
+bool PointerTest::IsTurned()
+{
+    return !std::equal(mainview.freerotation, mainview.freerotation + 9, start.freerotation);
+}
+
+} // namespace korvane::testing
