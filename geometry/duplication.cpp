@@ -20,7 +20,7 @@ static Places GetNewPoints()
 {
     Places path;
     for (int i = 0; i < newpointnumber; i++) {
-        path.push_back({newpoints[i][0], newpoints[i][1], newpoints[i][2]});
+        path.push_back(ToPlace(newpoints[i]));
     }
     return path;
 }

@@ -86,8 +86,7 @@ static Place Negate(const Place& v)
 
 static Place CopyNormalOfSide(Side* side)
 {
-    const Block<float[]> normal = GetNormalOfSide(side);
-    return {normal[0], normal[1], normal[2]};
+    return ToPlace(GetNormalOfSide(side).get());
 }
 
 // Whether the path's first step goes to the side of the normal, or square to it.
@@ -159,19 +158,13 @@ static void DrawSideOut(Shape* shape, int index, const Places& path)
     SetCornersOfSide(&shape->sides[index], Reverse(rings.back())); // the side becomes the cap
 }
 
-static Place GetPlaceOfCorner(const Side& side, int position)
-{
-    const float* p = GetPointOfSide(&side, position);
-    return {p[0], p[1], p[2]};
-}
-
 // The target's corners in its own order, begun where they lie nearest to a ring. That ring runs
 // against its side, so that the target, whose front looks towards it, needs no reversal.
 static Ring GetTargetRing(const Side& target, const Places& ring)
 {
     Places places;
     for (int k = 0; k < target.pointnumber; k++) {
-        places.push_back(GetPlaceOfCorner(target, k));
+        places.push_back(ToPlace(GetPointOfSide(&target, k)));
     }
     Ring corners = GetCornersOfSide(target);
     std::rotate(corners.begin(), corners.begin() + FindShift(ring, places), corners.end());
@@ -198,16 +191,15 @@ static void AppendShortBridge(Shape* shape, const Ring& lower, const Ring& middl
         keptbetween.push_back(between[k]);
         const std::size_t before = k == 0 ? lower.size() - 1 : k - 1;
         if (lower[k] == upper[k] && low[before] != high[before]) {
-            const float* p = shape->points[middle[k]];
-            keptbetween.back()[0] = AppendPlace(shape, {p[0], p[1], p[2]});
+            keptbetween.back()[0] = AppendPlace(shape, ToPlace(shape->points[middle[k]]));
         }
     }
     AppendWalls(shape, keptlow, keptbetween, look);
     AppendWalls(shape, keptbetween, kepthigh, look);
 }
 
-// Answers false, and changes nothing, when the sides are the two faces of one sheet and the path
-// has no room for a ring of its own between them.
+// Answers false, and changes nothing, when the two sides are the faces of one sheet and the bridge
+// is one ring long: no wall would be left.
 static bool BridgeSides(Shape* shape, int index, int target, const Places& path)
 {
     const Sweep sweep = MakeSweepOfBody(&shape->sides[index], path);

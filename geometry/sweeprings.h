@@ -14,6 +14,11 @@ struct Side;
 using Place = std::array<float, 3>; // a point or a direction in model coordinates
 using Places = std::vector<Place>;
 
+inline Place ToPlace(const float* p)
+{
+    return {p[0], p[1], p[2]};
+}
+
 struct Sweep {
     Places path;       // no point equals the one before it
     Places directions; // for each ring the unit direction of the path, zero where it has none

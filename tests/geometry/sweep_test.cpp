@@ -90,6 +90,16 @@ TEST(SweepSide, SweepsAConcaveSide)
     EXPECT_NEAR(GetVolume(*shape), 6, 1e-5);
 }
 
+TEST(SweepSide, SweepsASideWithoutArea)
+{
+    const OwnedShape line = MakeFlatShape({{-1, 0, 0}, {0, 0, 0}, {1, 0, 0}});
+    ASSERT_TRUE(SweepOpen(line, 0, {{0, 0, 0}, {0, 0, 1}, {0, 1, 1}}));
+    EXPECT_EQ(line->sidenumber, 8);
+    const OwnedShape point = MakeFlatShape({{1, 1, 1}, {1, 1, 1}, {1, 1, 1}});
+    ASSERT_TRUE(SweepClosed(point, 0, {{1, 1, 1}, {2, 1, 1}, {2, 2, 1}, {1, 1, 1}}, 0));
+    EXPECT_EQ(point->sidenumber, 9);
+}
+
 static const Points roundtrip = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {0, 0, 0}};
 
 // Stands across the x axis and faces along it.

@@ -198,6 +198,7 @@ TEST(SweepSide, LeavesOutThePointsBetweenWallsThatAreLeftOut)
     // The first two sides share the edges 0-1 and 1-2; 3 and 4 are their fourth corners.
     const OwnedShape shape = MakeShape({{-1, 0, 0}, {0, -1, 0}, {1, 0, 0}, {0, 1, 1}, {0, 1, -1}},
                                        {{0, 1, 2, 3}, {2, 1, 0, 4}, {0, 3, 4}, {3, 2, 4}});
+    SetVertexes(shape.get(), {1, 3});
     ASSERT_TRUE(SweepClosed(shape, 0, {{0, 0, 0.25F}, {0, 5, 0}, {0, 0, -0.25F}}, 1));
     // The rings are 3 2 1 0, then 5 6 7 8, then 4 2 1 0. The points 1 and 7 belong to no wall: the
     // others become 0, 2 3 4 -> 1 2 3, 5 6 -> 4 5 and 8 -> 6.
@@ -208,6 +209,8 @@ TEST(SweepSide, LeavesOutThePointsBetweenWallsThatAreLeftOut)
                                             {5, 4, 3, 1},    // 6 5 4 2
                                             {4, 6, 0, 3}})); // 5 8 0 4
     EXPECT_EQ(shape->pointnumber, 7);
+    ASSERT_EQ(shape->vertexnumber, 1);
+    EXPECT_EQ(shape->vertexes[0], 2);
 }
 
 TEST(SweepSide, BuildsNothingBetweenSidesThatCannotBeBridged)
