@@ -182,6 +182,12 @@ void Journey::Click(int x, int y, int button)
     Tell("click " + std::to_string(button));
 }
 
+void Journey::ClickTrembling(int x, int y, int pixels)
+{
+    MoveTo(x, y);
+    Tell("mousedown 1 mousemove_relative " + std::to_string(pixels) + " 0 mouseup 1");
+}
+
 void Journey::Type(const std::string& text)
 {
     Tell("type --delay 20 '" + text + "'");

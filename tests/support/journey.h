@@ -58,6 +58,8 @@ public:
     void Press(int button);
     void Release(int button);
     void Click(int x, int y, int button = 1);
+    // A quick click with the left button that ends so many pixels to the right of where it began.
+    void ClickTrembling(int x, int y, int pixels);
     void Type(const std::string& text);
     void Key(const std::string& keys); // as xdotool names them, for instance "alt+s"
 

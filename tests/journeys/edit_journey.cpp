@@ -1,0 +1,231 @@
+// A yellow box under the hand: its points, edges and creases edited with the pointer and the
+// context menus, judged by the saved file.
+#include "scene/scenereader.h"
+#include "tests/support/journey.h"
+#include "tests/support/scenetexts.h"
+#include "tests/support/shapes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+using namespace korvane;
+using namespace korvane::testing;
+
+static bool IsYellow(const Color& color)
+{
+    return color.red > 80 && color.green > 80 && color.blue < std::min(color.red, color.green) / 2;
+}
+
+// The box without its marks: it is drawn as a round body.
+static std::string RoundBoxScene()
+{
+    std::string text = BoxScene();
+    const std::string marks = "VertexNumber: 8\nVertexes:\n0 1 2 3 4 5 6 7\n";
+    text.erase(text.find(marks), marks.size());
+    return text;
+}
+
+// The box fills x from 0.1 to 0.3, y from 0.1 to 0.2 and z from -0.15 to 0.05; the points 4, 5, 6
+// and 7 are those of the side towards the viewer, from its lower left corner round by the right.
+class Edit : public ::testing::Test
+{
+protected:
+    void Start(const std::string& text)
+    {
+        const std::string scene = journey.GetFolder() + "/box.mrt";
+        std::ofstream(scene) << text;
+        ASSERT_TRUE(journey.Start(scene));
+        journey.MoveTo(3, 3); // on no shape
+        ASSERT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
+        first = journey.LookWhenStill();
+        shorter = std::min(first.width, first.height);
+    }
+
+    // Pixels of a place in view coordinates.
+    int X(double x) const
+    {
+        return int(first.width / 2.0 + x * shorter);
+    }
+    int Y(double y) const
+    {
+        return int(first.height / 2.0 - y * shorter);
+    }
+
+    // A drag with the left button through these places, every step drawn before the next.
+    void Drag(const std::vector<std::array<double, 2>>& places)
+    {
+        journey.MoveTo(X(places[0][0]), Y(places[0][1]));
+        journey.LookWhenStill();
+        journey.Press(1);
+        for (std::size_t i = 1; i < places.size(); i++) {
+            journey.MoveTo(X(places[i][0]), Y(places[i][1]));
+            journey.LookWhenStill();
+        }
+        journey.Release(1);
+        journey.LookWhenStill();
+    }
+
+    void Click(double x, double y, int button)
+    {
+        journey.MoveTo(X(x), Y(y));
+        journey.LookWhenStill(); // what is under the pointer is lit
+        journey.Click(X(x), Y(y), button);
+        journey.LookWhenStill();
+    }
+
+    // In the menu that a right click has brought the first item is chosen.
+    void ChooseFirstItem()
+    {
+        EXPECT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
+        journey.Key("Down");
+        journey.Key("Return");
+        EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
+    }
+
+    Screenshot LookWithoutPointer()
+    {
+        journey.MoveTo(3, 3);
+        return journey.LookWhenStill();
+    }
+
+    // The shapes of the scene as they are saved now.
+    SceneDraft Save()
+    {
+        const std::string path = journey.GetFolder() + "/saved" + std::to_string(saves++) + ".mrt";
+        journey.Key("ctrl+shift+s");
+        EXPECT_TRUE(journey.WaitForFront("Save scene"));
+        journey.Key("ctrl+a");
+        journey.Type(path);
+        journey.Key("alt+s");
+        EXPECT_TRUE(journey.WaitForFront("Vintra"));
+        EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(path); }));
+        return ReadScene(ReadWholeFile(path));
+    }
+
+    // The only shape of the scene, as it is saved now.
+    OwnedShape SaveShape()
+    {
+        SceneDraft draft = Save();
+        if (draft.shapes.size() != 1) {
+            ADD_FAILURE() << "the scene has " << draft.shapes.size() << " shapes";
+            return Cube();
+        }
+        return OwnedShape(draft.shapes[0].shape.release());
+    }
+
+    static void ExpectPlace(const Shape& shape, int point, double x, double y, double z)
+    {
+        constexpr double pixel = 0.003; // a place on the screen is met to the pixel
+        EXPECT_NEAR(shape.points[point][0], x, pixel);
+        EXPECT_NEAR(shape.points[point][1], y, pixel);
+        EXPECT_NEAR(shape.points[point][2], z, pixel);
+    }
+
+    Journey journey;
+    Screenshot first; // the view at the start
+    int shorter = 0;
+
+private:
+    int saves = 0;
+};
+
+TEST_F(Edit, InsertsAPointByDraggingAnEdge)
+{
+    Start(BoxScene());
+    Drag({{0.2, 0.1}, {0.2, 0.088}, {0.2, 0}}); // at first still on the edge, whose depth it takes
+    const auto shape = SaveShape();
+    ASSERT_EQ(shape->pointnumber, 9);
+    ExpectPlace(*shape, 8, 0.2, 0, 0.05);
+    const Outlines outlines = OutlinesOf(*shape);
+    EXPECT_EQ(outlines[1], (std::vector<int>{4, 8, 5, 6, 7}));
+    EXPECT_EQ(outlines[2], (std::vector<int>{0, 1, 5, 8, 4}));
+}
+
+TEST_F(Edit, MovesAPointByDraggingItAtItsDepth)
+{
+    Start(BoxScene());
+    Drag({{0.3, 0.2}, {0.35, 0.25}, {0.4, 0.3}});
+    const auto shape = SaveShape();
+    ASSERT_EQ(shape->pointnumber, 8);
+    ExpectPlace(*shape, 6, 0.4, 0.3, 0.05);
+    ExpectPlace(*shape, 2, 0.3, 0.2, -0.15); // the one behind it
+}
+
+TEST_F(Edit, RemovesAnEdgeAndThenACornerWithTheMiddleButton)
+{
+    Start(BoxScene());
+    Click(0.2, 0.1, 2); // the lower edge towards the viewer
+    auto shape = SaveShape();
+    EXPECT_EQ(shape->sidenumber, 5);
+    EXPECT_EQ(shape->pointnumber, 8);
+    EXPECT_EQ(OutlinesOf(*shape)[1], (std::vector<int>{4, 0, 1, 5, 6, 7}));
+    journey.MoveTo(3, 3);
+    Click(0.3, 0.2, 2); // corner 6: the edge 1, 5, 6 goes with 5, and then 2, 6, 7 with 6
+    shape = SaveShape();
+    EXPECT_EQ(shape->sidenumber, 3);
+    EXPECT_EQ(shape->pointnumber, 6);
+}
+
+TEST_F(Edit, MarksAnEdgeAsACreaseWithItsMenu)
+{
+    Start(RoundBoxScene());
+    Click(0.2, 0.1, 3);
+    ChooseFirstItem();
+    const Screenshot creased = LookWithoutPointer();
+    EXPECT_GT(first.CountDifferences(creased), 200);
+    auto shape = SaveShape();
+    ASSERT_EQ(shape->vertexnumber, 2);
+    EXPECT_EQ(shape->vertexes[0], 4);
+    EXPECT_EQ(shape->vertexes[1], 5);
+
+    Click(0.2, 0.1, 3); // the item is checked now
+    ChooseFirstItem();
+    EXPECT_EQ(first.CountDifferences(LookWithoutPointer()), 0);
+    EXPECT_EQ(SaveShape()->vertexnumber, 0);
+}
+
+TEST_F(Edit, TakesALongPressForADragHoweverLittleThePointerMoves)
+{
+    Start(BoxScene());
+    const int x = X(0.3);
+    const int y = Y(0.2);
+    journey.MoveTo(x, y);
+    journey.LookWhenStill();
+    const Screenshot lit = journey.Look();
+    journey.Press(1);
+    journey.MoveTo(x + 3, y); // half of what makes a drag at once
+    bool back = false;
+    EXPECT_TRUE(WaitFor([&] { // until the press has lasted long enough
+        back = !back;
+        journey.MoveTo(back ? x : x + 4, y);
+        return lit.CountDifferences(journey.Look()) > 0;
+    }));
+    journey.MoveTo(x + 4, y);
+    journey.LookWhenStill();
+    journey.Release(1);
+    journey.LookWhenStill();
+    const auto shape = SaveShape();
+    ExpectPlace(*shape, 6, 0.3 + 4.0 / shorter, 0.2, 0.05);
+    EXPECT_GT(shape->points[6][0], 0.302F);
+}
+
+TEST_F(Edit, TakesAShortPressForAClickThoughThePointerMovesALittle)
+{
+    Start(BoxScene());
+    const int x = X(0.15);
+    const int y = Y(0.15);
+    journey.MoveTo(x, y);
+    journey.LookWhenStill();
+    journey.ClickTrembling(x, y, 5);
+    // a click flies to the side: what is around its middle is yellow, and as large as the view
+    EXPECT_TRUE(WaitFor([&] {
+        const Screenshot picture = journey.Look();
+        return IsYellow(picture.At(X(0), Y(0)));
+    }));
+}
