@@ -19,11 +19,11 @@ namespace korvane
 static constexpr double axistolerance = 0.01; // of each component of the axes
 
 // The world directions of the screen's vertical and depth axes.
-static void GetViewAxes(float axes[2][3])
+static void GetViewAxes(const MainView& view, float axes[2][3])
 {
     constexpr float screen[2][3] = {{0, 1, 0}, {0, 0, 1}};
     std::copy_n(screen[0], 6, axes[0]);
-    ReRotate(&mainview, axes, 2);
+    ReRotate(&view, axes, 2);
 }
 
 static UndoRecord MakeRecord(UndoKind kind)
@@ -32,7 +32,7 @@ static UndoRecord MakeRecord(UndoKind kind)
     record.kind = kind;
     record.shapeindex = -1;
     std::copy_n(mainview.center, 3, record.center);
-    GetViewAxes(record.axes);
+    GetViewAxes(mainview, record.axes);
     record.scale = mainview.scale;
     return record;
 }
@@ -148,19 +148,37 @@ void FreeRecord(UndoRecord& record)
     FreeRedoState(record);
 }
 
-bool IsViewInPlace(const UndoRecord& record)
+static bool IsViewOf(const UndoRecord& record, const MainView& view)
 {
     float axes[2][3];
-    GetViewAxes(axes);
+    GetViewAxes(view, axes);
     const auto near = [](float a, float b) {
         return std::fabs(double(a) - double(b)) <= axistolerance; // the tolerance itself is near
     };
-    return std::equal(record.center, record.center + 3, mainview.center) &&
-           record.scale == mainview.scale && std::equal(axes[0], axes[0] + 6, record.axes[0], near);
+    return std::equal(record.center, record.center + 3, view.center) &&
+           record.scale == view.scale && std::equal(axes[0], axes[0] + 6, record.axes[0], near);
+}
+
+bool IsViewInPlace(const UndoRecord& record)
+{
+    return IsViewOf(record, mainview);
+}
+
+static bool IsFlyingTo(const UndoRecord& record)
+{
+    const CameraFrame& last = camtable[cameraframes - 1];
+    MainView goal = mainview;
+    std::copy_n(last.rotation, 9, goal.rotation);
+    std::copy_n(last.center, 3, goal.center);
+    goal.scale = last.scale;
+    return camposition < cameraframes && IsViewOf(record, goal);
 }
 
 void FlyToView(const UndoRecord& record)
 {
+    if (IsFlyingTo(record)) {
+        return; // a key that is held down would start the flight over and over
+    }
     float axes[2][3];
     std::copy_n(record.axes[0], 6, axes[0]);
     Rotate(&mainview, axes, 2);

@@ -43,7 +43,7 @@ void FreeRedoState(UndoRecord& record); // redo alone, which becomes null
 // Whether the view is that of the record: centre and scale to the bit, the axes nearly.
 bool IsViewInPlace(const UndoRecord& record);
 
-// Starts a flight to the view of the record.
+// Starts a flight to the view of the record, unless one is on its way there.
 void FlyToView(const UndoRecord& record);
 
 } // namespace korvane

@@ -196,6 +196,34 @@ TEST_F(UndoSteps, ArriveWhereverTheyFlyTo)
     ExpectPosition(0, 101);
 }
 
+// As when the key is held down: each press comes before the flight of the one before has ended.
+TEST_F(UndoSteps, DoNotStartAFlightOverThatIsOnItsWay)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    for (int tick = 0; tick < cameraframes; tick++) {
+        PopUndo();
+        EXPECT_EQ(camposition, tick);
+        ExpectPosition(1, 2);
+        PlayCamera();
+    }
+    PopUndo();
+    ExpectPosition(0, 2);
+}
+
+TEST_F(UndoSteps, TakeTheViewOverFromAFlightElsewhere)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    constexpr float elsewhere[3] = {1, 1, 1};
+    ChangeCamera(nullptr, nullptr, elsewhere, 1);
+    PlayCamera();
+    PopUndo();
+    EXPECT_EQ(camposition, 0);
+    PlayFlight();
+    EXPECT_TRUE(IsViewInPlace(puffer[0]));
+}
+
 // A view from behind, upside down: every arc of the flight is a half circle.
 TEST_F(UndoSteps, ArriveFromTheOppositeView)
 {
