@@ -79,7 +79,7 @@ static void CutStripe(Shape* shape, const StripePlace& place)
     if (place.position == 0 || place.position == stripe.pointnumber - 1) {
         return;
     }
-    const std::vector<int> points(stripe.points, stripe.points + stripe.pointnumber);
+    const std::vector<int> points = GetPointsOfStripe(stripe);
     const auto cut = points.begin() + place.position;
     SetPointsOfStripe(shape->stripes + place.stripe, {points.begin(), cut + 1});
     AppendStripe(shape, {cut, points.end()});

@@ -1,5 +1,9 @@
+#include "geometry/pointremoval.h"
 #include "geometry/sidecut.h"
+#include "geometry/sidemerge.h"
 #include "tests/support/chains.h"
+#include "tests/support/edits.h"
+#include "tests/support/invariants.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +54,51 @@ TEST(CutAlongChain, KeepsEveryBodySoundUnderManyRandomChains)
         }
     }
     EXPECT_GT(cuts, 300); // few of the chains are refused
+}
+
+// Cuts or raises the shape along a random chain, if it can take one. Returns the first broken rule:
+// what was closed stays closed, and what was flat becomes so.
+static std::string TryChain(Shape& shape, std::mt19937& random)
+{
+    const TestChain chain = GetRandomChain(shape, random);
+    if (!CanTakeChain(&shape, chain.Get())) {
+        return "";
+    }
+    const bool isflat = IsFlatShape(&shape);
+    const bool becomesclosed = isflat || FindBrokenRuleOfClosedBody(shape).empty();
+    if (isflat) {
+        RaiseOverChain(&shape, chain.Get());
+    } else {
+        CutAlongChain(&shape, chain.Get());
+    }
+    return becomesclosed ? FindBrokenRuleOfEditedBody(&shape) : FindBrokenRuleAfterEdit(&shape);
+}
+
+static std::string TryEdit(Shape& shape, std::mt19937& random)
+{
+    const int stripe = int(random() % unsigned(shape.stripenumber));
+    const int point = int(random() % unsigned(shape.pointnumber));
+    if (random() % 2 == 0) {
+        DissolveStripe(&shape, stripe);
+    } else {
+        RemovePointOfShape(&shape, point);
+    }
+    return FindBrokenRuleAfterEdit(&shape);
+}
+
+// Removals leave slits, single sides and flat shapes behind, into all of which chains are cut.
+TEST(Chains, LeaveEveryShapeSoundWhateverWasRemovedBefore)
+{
+    unsigned seed = 0;
+    for (const OwnedShape& start : GetBodies()) {
+        const OwnedShape body(CopyShape(start.get()));
+        std::mt19937 random(seed++);
+        for (int step = 0; step < 60; step++) {
+            const std::string broken =
+                random() % 2 == 0 ? TryChain(*body, random) : TryEdit(*body, random);
+            ASSERT_EQ(broken, "") << "seed " << seed - 1 << " step " << step;
+        }
+    }
 }
 
 } // namespace korvane::testing
