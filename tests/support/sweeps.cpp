@@ -40,15 +40,6 @@ void ExpectNothingBuilt(const OwnedShape& shape, int side, const Points& path, i
     EXPECT_EQ(FindBrokenRuleOfShape(*shape), "");
 }
 
-Points PointsOf(const Shape& shape)
-{
-    Points points;
-    for (int i = 0; i < shape.pointnumber; i++) {
-        points.push_back({shape.points[i][0], shape.points[i][1], shape.points[i][2]});
-    }
-    return points;
-}
-
 Points::value_type CenterOf(const Shape& shape, int side)
 {
     const Block<float[]> center = GetCenterOfSide(&shape.sides[side]);

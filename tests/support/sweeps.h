@@ -26,8 +26,6 @@ inline bool SweepClosed(const OwnedShape& shape, int side, const Points& path, i
 void ExpectNothingBuilt(const OwnedShape& shape, int side, const Points& path, int target,
                         bool closed);
 
-Points PointsOf(const Shape& shape);
-
 // The centre of a side.
 Points::value_type CenterOf(const Shape& shape, int side);
 
