@@ -229,3 +229,29 @@ TEST_F(Edit, TakesAShortPressForAClickThoughThePointerMovesALittle)
         return IsYellow(picture.At(X(0), Y(0)));
     }));
 }
+
+TEST_F(Edit, IsUndoneFromWhereItWasMadeAndRedone)
+{
+    Start(BoxScene());
+    Drag({{0.3, 0.2}, {0.35, 0.25}, {0.4, 0.3}});
+    const Screenshot edited = LookWithoutPointer();
+    ASSERT_GT(first.CountDifferences(edited), 2000);
+    journey.Click(X(-0.2), Y(-0.1), 4); // the wheel
+    ASSERT_TRUE(WaitFor([&] { return edited.CountDifferences(journey.Look()) > 2000; }));
+    LookWithoutPointer();
+
+    const auto looks = [&](const Screenshot& picture) {
+        return [&] { return picture.CountDifferences(journey.Look()) == 0; };
+    };
+    journey.Key("z");
+    EXPECT_TRUE(WaitFor(looks(edited))); // it has only flown back
+    ExpectPlace(*SaveShape(), 6, 0.4, 0.3, 0.05);
+    LookWithoutPointer();
+    journey.Key("BackSpace");
+    EXPECT_TRUE(WaitFor(looks(first)));
+    ExpectPlace(*SaveShape(), 6, 0.3, 0.2, 0.05);
+    LookWithoutPointer();
+    journey.Key("y");
+    EXPECT_TRUE(WaitFor(looks(edited)));
+    ExpectPlace(*SaveShape(), 6, 0.4, 0.3, 0.05);
+}
