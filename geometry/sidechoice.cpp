@@ -76,10 +76,10 @@ static double GetDistanceFromSide(const float* p, const Side& side)
 
 static std::vector<int> GetCandidates(const Shape* shape, const Chain& chain)
 {
+    const bool isdirect = chain.number == 2;
     std::vector<int> candidates;
     for (int s = 0; s < shape->sidenumber; s++) {
         const Side& side = shape->sides[s];
-        const bool isdirect = chain.number == 2;
         if (HasCorner(side, chain.start) && HasCorner(side, chain.end) &&
             !(isdirect && AreNeighbours(side, chain.start, chain.end))) {
             candidates.push_back(s);
@@ -123,7 +123,7 @@ bool CanTakeChain(const Shape* shape, const Chain& chain)
            !GetCandidates(shape, chain).empty();
 }
 
-// An outline laid flat, with which comes the place to which its chain leads.
+// A point laid flat into the plane of a side.
 using FlatPoint = std::array<float, 2>;
 
 static FlatPoint LayFlat(const FlatPlane& plane, const float* point)
@@ -181,9 +181,9 @@ static int FindPlaceOfEnd(Side* side, int point, const float* target)
         return positions[0];
     }
     const FlatPlane plane = PreparePlane(MakePlaneOfSide(side));
-    std::vector<FlatPoint> outline;
+    std::vector<FlatPoint> outline(std::size_t(side->pointnumber));
     for (int i = 0; i < side->pointnumber; i++) {
-        outline.push_back(LayFlat(plane, GetPointOfSide(side, i)));
+        outline[std::size_t(i)] = LayFlat(plane, GetPointOfSide(side, i));
     }
     const FlatPoint flat = LayFlat(plane, target);
     const auto inside = std::find_if(positions.begin(), positions.end(), [&](int position) {
