@@ -313,6 +313,25 @@ TEST(RaiseOverChain, MakesAFoldedSheetWithoutInnerPoints)
     EXPECT_EQ(square->trianglenumber, 2 + 4 + 2 * 2 - 6);
 }
 
+// Without height the base counts as facing outwards: it stays, and the new sides are turned.
+TEST(RaiseOverChain, FoldsAConcaveShapeAlongEachOfItsDiagonals)
+{
+    for (int k = 0; k < 6 * 6; k++) {
+        const int start = k / 6;
+        const int end = k % 6;
+        const OwnedShape body = ConcaveL();
+        const TestChain chain(*body, start, {}, end);
+        const int apart = (end - start + 6) % 6;
+        const bool isdiagonal = apart > 1 && apart < 5;
+        ASSERT_EQ(CanTakeChain(body.get(), chain.Get()), isdiagonal) << start << " to " << end;
+        if (isdiagonal) {
+            Raise(*body, chain);
+            EXPECT_THAT(OutlinesOf(*body)[0], ElementsAre(0, 1, 2, 3, 4, 5));
+            EXPECT_EQ(body->trianglenumber, 4 + 6 + 2 * 2 - 6);
+        }
+    }
+}
+
 TEST(RaiseOverChain, ShowsOnlyTheFrontsInTheColoursOfTheBase)
 {
     const OwnedShape square = Square();
