@@ -336,29 +336,30 @@ static bool ReachesSides(int i)
     return IsUnderConstruction() && keyspace != 0 && IsPickable(i) != 0;
 }
 
+// The points first, then the stripes, then the sides.
 static void SearchShape(ActiveElement*& candidate, int i)
 {
     Shape* shape = shapest[i];
     RecordRun& run = runs[std::size_t(i)];
     UpdateScreenBoxes(run.boxes, shape);
-    if (mainview.linesfade != 0 && (selected[i] & selectedintree) != 0) {
-        FindElementsAt(run.boxes.points, shape, mouse, found);
-        for (const int k : found) {
-            TryPoint(candidate, &activepoints[run.firstpoint + k], shape->points[k]);
-        }
-        FindElementsAt(run.boxes.stripes, shape, mouse, found);
-        for (const int k : found) {
-            TryStripe(candidate, &activestripes[run.firststripe + k], &shape->stripes[k]);
-        }
-    }
-    if (mainview.sidesfade != 0) {
-        const bool reached = ReachesSides(i);
-        FindElementsAt(run.boxes.sides, shape, mouse, found);
-        for (const int k : found) {
-            ActiveElement* record = &activesides[run.firstside + k];
-            if (reached || record->active != 0) {
-                TrySide(candidate, record, &shape->sides[k]);
+    FindElementsAt(run.boxes, shape, mouse, found);
+    const bool haslines = mainview.linesfade != 0 && (selected[i] & selectedintree) != 0;
+    const bool reached = ReachesSides(i);
+    for (const int k : found) {
+        const int stripe = k - shape->pointnumber;
+        const int side = stripe - shape->stripenumber;
+        if (stripe < 0) {
+            if (haslines) {
+                TryPoint(candidate, &activepoints[run.firstpoint + k], shape->points[k]);
             }
+        } else if (side < 0) {
+            if (haslines) {
+                TryStripe(candidate, &activestripes[run.firststripe + stripe],
+                          &shape->stripes[stripe]);
+            }
+        } else if (mainview.sidesfade != 0 &&
+                   (reached || activesides[run.firstside + side].active != 0)) {
+            TrySide(candidate, &activesides[run.firstside + side], &shape->sides[side]);
         }
     }
 }

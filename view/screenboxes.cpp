@@ -19,7 +19,7 @@ static constexpr ScreenBox emptybox = {infinity, -infinity, infinity, -infinity}
 // How far outside its points an element can be hit: the picking distance and something for
 // rounding.
 static constexpr float boxmargin = float(pickdistance + 0.001);
-static constexpr std::size_t groupsize = 16;
+static constexpr std::size_t groupsize = 32;
 
 static inline void AddToBox(ScreenBox& box, const ScreenBox& other)
 {
@@ -35,14 +35,13 @@ static inline bool IsInBox(const ScreenBox& box, const float* place)
            place[1] <= box.top;
 }
 
-// Where elements[k] can be hit: beside its corners, or beside a segment or in a triangle between
-// them.
-static inline ScreenBox GetBoxOfElement(const ElementGroups& groups, const Shape* shape,
-                                        std::size_t k)
+// Where something between points can be hit: beside them, beside their segments, in their
+// triangles.
+static inline ScreenBox GetBoxOfPoints(const Shape* shape, std::span<const int> points)
 {
     ScreenBox box = emptybox;
-    for (int i = groups.starts[k]; i < groups.starts[k + 1]; i++) {
-        const float* p = shape->points[groups.corners[std::size_t(i)]];
+    for (const int point : points) {
+        const float* p = shape->points[point];
         AddToBox(box, {p[0], p[0], p[1], p[1]});
     }
     return {box.left - boxmargin, box.right + boxmargin, box.bottom - boxmargin,
@@ -72,78 +71,94 @@ static uint32_t GetCurvePlace(const Shape* shape, int point)
     return place;
 }
 
-// getcorners(k) is a span of the corners of element k.
-template <class GetCorners>
-static void SetGroups(ElementGroups& groups, const Shape* shape, int number,
-                      const GetCorners& getcorners)
+static std::span<const int> GetCorners(const Shape* shape, const int& element)
 {
+    if (element < shape->pointnumber) {
+        return {&element, 1};
+    }
+    const int stripe = element - shape->pointnumber;
+    if (stripe < shape->stripenumber) {
+        return {shape->stripes[stripe].points, std::size_t(shape->stripes[stripe].pointnumber)};
+    }
+    const Side& side = shape->sides[stripe - shape->stripenumber];
+    return {side.points, std::size_t(side.pointnumber)};
+}
+
+static void SetElements(ScreenBoxes& boxes, const Shape* shape)
+{
+    const int number = shape->pointnumber + shape->stripenumber + shape->sidenumber;
     std::vector<std::pair<uint32_t, int>> order;
     order.reserve(std::size_t(number));
     for (int k = 0; k < number; k++) {
-        const std::span<const int> corners = getcorners(k);
+        const std::span<const int> corners = GetCorners(shape, k);
         order.emplace_back(corners.empty() ? 0 : GetCurvePlace(shape, corners[0]), k);
     }
     std::sort(order.begin(), order.end());
-    groups.elements.clear();
-    groups.starts.assign(1, 0);
-    groups.corners.clear();
+    boxes.elements.clear();
+    boxes.starts.assign(1, 0);
+    boxes.corners.clear();
     for (const auto& [place, k] : order) {
-        const std::span<const int> corners = getcorners(k);
-        groups.elements.push_back(k);
-        groups.corners.insert(groups.corners.end(), corners.begin(), corners.end());
-        groups.starts.push_back(int(groups.corners.size()));
+        const std::span<const int> corners = GetCorners(shape, k);
+        boxes.elements.push_back(k);
+        boxes.corners.insert(boxes.corners.end(), corners.begin(), corners.end());
+        boxes.starts.push_back(int(boxes.corners.size()));
     }
 }
 
-static void SetBoxes(ElementGroups& groups, const Shape* shape)
+static void SetTouchedPoints(ScreenBoxes& boxes)
 {
-    groups.boxes.clear();
-    for (std::size_t first = 0; first < groups.elements.size(); first += groupsize) {
-        ScreenBox box = emptybox;
-        const std::size_t end = std::min(first + groupsize, groups.elements.size());
-        for (std::size_t k = first; k < end; k++) {
-            AddToBox(box, GetBoxOfElement(groups, shape, k));
-        }
-        groups.boxes.push_back(box);
+    boxes.touchedstarts.assign(1, 0);
+    boxes.touched.clear();
+    std::vector<int> group;
+    for (std::size_t first = 0; first < boxes.elements.size(); first += groupsize) {
+        const std::size_t end = std::min(first + groupsize, boxes.elements.size());
+        group.assign(boxes.corners.begin() + boxes.starts[first],
+                     boxes.corners.begin() + boxes.starts[end]);
+        std::sort(group.begin(), group.end());
+        group.erase(std::unique(group.begin(), group.end()), group.end());
+        boxes.touched.insert(boxes.touched.end(), group.begin(), group.end());
+        boxes.touchedstarts.push_back(int(boxes.touched.size()));
     }
+}
+
+// The entries of a list from one start to the next.
+static inline std::span<const int> GetRun(const std::vector<int>& list,
+                                          const std::vector<int>& starts, std::size_t k)
+{
+    return {list.data() + starts[k], list.data() + starts[k + 1]};
 }
 
 void UpdateScreenBoxes(ScreenBoxes& boxes, const Shape* shape)
 {
-    if (!boxes.hasgroups) {
-        SetGroups(boxes.points, shape, shape->pointnumber,
-                  [](const int& k) { return std::span<const int>(&k, 1); });
-        SetGroups(boxes.stripes, shape, shape->stripenumber, [&](int k) {
-            const Stripe& stripe = shape->stripes[k];
-            return std::span<const int>(stripe.points, std::size_t(stripe.pointnumber));
-        });
-        SetGroups(boxes.sides, shape, shape->sidenumber, [&](int k) {
-            const Side& side = shape->sides[k];
-            return std::span<const int>(side.points, std::size_t(side.pointnumber));
-        });
+    if (boxes.hasgroups && boxes.hasboxes) {
+        return;
     }
-    if (!boxes.hasgroups || !boxes.hasboxes) {
-        SetBoxes(boxes.points, shape);
-        SetBoxes(boxes.stripes, shape);
-        SetBoxes(boxes.sides, shape);
+    if (!boxes.hasgroups) {
+        SetElements(boxes, shape);
+        SetTouchedPoints(boxes);
+    }
+    boxes.boxes.clear();
+    for (std::size_t group = 0; group + 1 < boxes.touchedstarts.size(); group++) {
+        boxes.boxes.push_back(
+            GetBoxOfPoints(shape, GetRun(boxes.touched, boxes.touchedstarts, group)));
     }
     boxes.hasgroups = true;
     boxes.hasboxes = true;
 }
 
-void FindElementsAt(const ElementGroups& groups, const Shape* shape, const float* place,
+void FindElementsAt(const ScreenBoxes& boxes, const Shape* shape, const float* place,
                     std::vector<int>& found)
 {
     found.clear();
-    for (std::size_t group = 0; group < groups.boxes.size(); group++) {
-        if (!IsInBox(groups.boxes[group], place)) {
+    for (std::size_t group = 0; group < boxes.boxes.size(); group++) {
+        if (!IsInBox(boxes.boxes[group], place)) {
             continue;
         }
         const std::size_t first = group * groupsize;
-        const std::size_t end = std::min(first + groupsize, groups.elements.size());
+        const std::size_t end = std::min(first + groupsize, boxes.elements.size());
         for (std::size_t k = first; k < end; k++) {
-            if (IsInBox(GetBoxOfElement(groups, shape, k), place)) {
-                found.push_back(groups.elements[k]);
+            if (IsInBox(GetBoxOfPoints(shape, GetRun(boxes.corners, boxes.starts, k)), place)) {
+                found.push_back(boxes.elements[k]);
             }
         }
     }
