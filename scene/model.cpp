@@ -141,35 +141,50 @@ void DeleteShape(Shape* shape)
     FreeArray(shape);
 }
 
-template <class T> static void CloseGap(T* array, int index)
-{
-    int count = shapenumber; // each array closes its own gap; the common count falls once
-    RemoveAt(array, count, index);
-}
-
-static void RemoveFromScene(int index)
+static void DeleteVersions(int index)
 {
     DeleteShape(shapes[index]);
     DeleteDerivedVersions(index);
-    CloseGap(shapes, index);
-    CloseGap(round1, index);
-    CloseGap(shapest, index);
-    CloseGap(round1t, index);
-    CloseGap(showtable, index);
-    CloseGap(selected, index);
-    shapenumber--;
+}
+
+static void MoveInScene(int from, int to)
+{
+    shapes[to] = shapes[from];
+    round1[to] = round1[from];
+    shapest[to] = shapest[from];
+    round1t[to] = round1t[from];
+    showtable[to] = showtable[from];
+    selected[to] = selected[from];
 }
 
 void DeleteShapeByIndex(int index)
 {
-    RemoveFromScene(index);
+    DeleteVersions(index);
+    for (int i = index + 1; i < shapenumber; i++) {
+        MoveInScene(i, i - 1);
+    }
+    shapenumber--;
+    SetActives();
+}
+
+void DeleteMarkedShapes(const char* gone)
+{
+    int kept = 0;
+    for (int i = 0; i < shapenumber; i++) {
+        if (gone[i] != 0) {
+            DeleteVersions(i);
+        } else {
+            MoveInScene(i, kept++);
+        }
+    }
+    shapenumber = kept;
     SetActives();
 }
 
 void DeleteAllShapes()
 {
     while (shapenumber > 0) {
-        RemoveFromScene(shapenumber - 1);
+        DeleteVersions(--shapenumber);
     }
     SetActives();
 }

@@ -135,6 +135,10 @@ void DeleteShape(Shape* shape);
 // index is not checked.
 void DeleteShapeByIndex(int index);
 
+// The same for every shape whose entry in `gone`, which has one for each, is not 0: in one pass,
+// and the active elements are rebuilt once.
+void DeleteMarkedShapes(const char* gone);
+
 // Removes every shape, from the last to the first, and rebuilds the active elements once.
 void DeleteAllShapes();
 

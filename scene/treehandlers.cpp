@@ -101,17 +101,6 @@ static int GetFolderOfDrop(GtkTreeIter* dropped)
     return treeiters[node].type == NODE_FOLDER ? node : treeiters[node].parent;
 }
 
-static void TakeFromParent(int node)
-{
-    TreeIter& parent = treeiters[treeiters[node].parent];
-    for (int i = 0; i < parent.childnumber; i++) {
-        if (parent.children[i] == node) {
-            RemoveAt(parent.children, parent.childnumber, i);
-            return;
-        }
-    }
-}
-
 // The dragged row is gone. Its copy stands where it was dropped, with copies of what was below it:
 // they give way to rows at the sorted place.
 void TreeDeleted(GtkTreeModel*, GtkTreePath*)
@@ -184,10 +173,15 @@ static void CompareNames(const TreeIter& node)
 void SetAllIter(int node, GtkTreePath* path)
 {
     const TreeIter& folder = treeiters[node];
+    GtkTreeModel* model = GTK_TREE_MODEL(store);
+    GtkTreeIter row = {};
+    bool found = gtk_tree_model_get_iter(model, &row, path) != FALSE;
     for (int i = 0; i < folder.childnumber; i++) {
         const int child = folder.children[i];
-        if (gtk_tree_model_get_iter(GTK_TREE_MODEL(store), &treeiters[child].iter, path)) {
+        treeiters[child].iter = row;
+        if (found) {
             CompareNames(treeiters[child]);
+            found = gtk_tree_model_iter_next(model, &row) != FALSE; // a path is found row by row
         } else {
             std::printf("óóóóóóóóó\n");
         }

@@ -8,6 +8,7 @@
 #include "view/mainview.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace korvane
@@ -55,14 +56,20 @@ static void ReadSelectedRows(GtkTreeSelection* selection)
     g_list_free(rows);
 }
 
-// Deliberate: the entry after a dropped one is kept unexamined, so that a folder and something
-// inside it can both stay selected.
-static void DropNestedSelections()
+static std::vector<bool> MarkSelectedNodes()
 {
     std::vector<bool> chosen(std::size_t(treeiternumber), false);
     for (int i = 0; i < treeselectednumber; i++) {
         chosen[std::size_t(treeselected[i])] = true;
     }
+    return chosen;
+}
+
+// Deliberate: the entry after a dropped one is kept unexamined, so that a folder and something
+// inside it can both stay selected.
+static void DropNestedSelections()
+{
+    const std::vector<bool> chosen = MarkSelectedNodes();
     int kept = 0;
     for (int i = 0; i < treeselectednumber; i++) {
         if (IsBelowChosenFolder(treeselected[i], chosen)) {
@@ -139,6 +146,25 @@ void SetSelected(int node)
     }
 }
 
+bool IsInSelection(int node)
+{
+    for (int n = node; n > 0; n = treeiters[n].parent) {
+        if (IsTreeSelected(n)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::vector<int> GetTopSelectedNodes()
+{
+    const std::vector<bool> chosen = MarkSelectedNodes();
+    std::vector<int> nodes;
+    std::copy_if(treeselected, treeselected + treeselectednumber, std::back_inserter(nodes),
+                 [&chosen](int node) { return !IsBelowChosenFolder(node, chosen); });
+    return nodes;
+}
+
 void SelectRow(int node)
 {
     GtkTreeView* view = GTK_TREE_VIEW(treeview);
@@ -152,7 +178,7 @@ void SelectRow(int node)
     gtk_tree_selection_select_iter(gtk_tree_view_get_selection(view), &selectednode.iter);
 }
 
-static int FindNodeOfShape(int shapeindex)
+int FindNodeOfShape(int shapeindex)
 {
     for (int n = 1; n < treeiternumber; n++) {
         if (treeiters[n].type != NODE_FOLDER && treeiters[n].shapeindex == shapeindex) {
@@ -165,15 +191,9 @@ static int FindNodeOfShape(int shapeindex)
 void SetSelection(int shapeindex)
 {
     const int node = FindNodeOfShape(shapeindex);
-    if (node < 0) {
-        return;
+    if (node >= 0 && !IsInSelection(node)) {
+        SelectRow(node);
     }
-    for (int n = node; n > 0; n = treeiters[n].parent) {
-        if (IsTreeSelected(n)) {
-            return;
-        }
-    }
-    SelectRow(node);
 }
 
 int GetTreePutPlace()

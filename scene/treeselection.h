@@ -4,6 +4,8 @@
 
 #include <gtk/gtk.h>
 
+#include <vector>
+
 namespace korvane
 {
 
@@ -21,6 +23,16 @@ void EndRowRemoval();
 
 // Marks every shape at or below a node as selected and shown.
 void SetSelected(int node);
+
+// True when a node or a folder above it is selected.
+bool IsInSelection(int node);
+
+// The selected nodes that lie in no other selected folder: of some that do, the selection keeps the
+// entries.
+std::vector<int> GetTopSelectedNodes();
+
+// The first node of a shape; -1 without one.
+int FindNodeOfShape(int shapeindex);
 
 // Adds a node's row to the selection, once the folders above it are open: the tree view cannot
 // select a row that it does not show.

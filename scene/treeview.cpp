@@ -129,6 +129,17 @@ static void InsertRowsBelow(int root)
     }
 }
 
+void TakeFromParent(int node)
+{
+    TreeIter& parent = treeiters[treeiters[node].parent];
+    for (int i = 0; i < parent.childnumber; i++) {
+        if (parent.children[i] == node) {
+            RemoveAt(parent.children, parent.childnumber, i);
+            return;
+        }
+    }
+}
+
 void PutAtSortedPlace(int node, int parent)
 {
     TreeIter& folder = treeiters[parent];
@@ -160,7 +171,7 @@ void SortAndShowTree()
     InsertRowsBelow(0);
 }
 
-TreeIter CopyTreeIter(const TreeIter& node)
+TreeIter CopyNode(const TreeIter& node)
 {
     TreeIter copy = node;
     copy.name = CopyArray(node.name, int(std::strlen(node.name)) + 1);
@@ -172,7 +183,7 @@ void FillTree(const TreeIter* nodes, int count)
 {
     GrowArray(treeiters, 1, count);
     for (int i = 1; i < count; i++) {
-        treeiters[i] = CopyTreeIter(nodes[i]);
+        treeiters[i] = CopyNode(nodes[i]);
     }
     TreeIter& root = treeiters[0];
     FreeArray(root.children);

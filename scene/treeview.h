@@ -57,12 +57,14 @@ int AppendTreeIter(int parent, int type, int shapeindex, char* name);
 void SortAndShowTree();
 
 // The two halves of AddTreeIter, for a node that exists: PutAtSortedPlace makes it a child of
-// `parent`, ShowRowsOfNode makes its row and those of everything below it.
+// `parent`, ShowRowsOfNode makes its row and those of everything below it. TakeFromParent ends its
+// being a child; the row stays.
+void TakeFromParent(int node);
 void PutAtSortedPlace(int node, int parent);
 void ShowRowsOfNode(int node);
 
 // A copy with a name and children of its own, which the caller owns.
-TreeIter CopyTreeIter(const TreeIter& node);
+TreeIter CopyNode(const TreeIter& node);
 
 // Puts copies of saved nodes, the root first, into the tree, which holds its root alone. Every node
 // gets its old index, and the rows stand in the order of the saved `children`.

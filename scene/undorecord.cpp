@@ -58,7 +58,7 @@ UndoRecord SaveScene()
     record.treeiternumber = treeiternumber;
     record.treeiters = NewArray<TreeIter>(treeiternumber);
     for (int i = 0; i < treeiternumber; i++) {
-        record.treeiters[i] = CopyTreeIter(treeiters[i]);
+        record.treeiters[i] = CopyNode(treeiters[i]);
     }
     return record;
 }

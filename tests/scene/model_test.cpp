@@ -2,6 +2,7 @@
 
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
+#include "view/picking.h"
 
 #include <gtest/gtest.h>
 
@@ -115,6 +116,27 @@ TEST_F(Scene, MovesFlagsDownWithTheShapesAfterADeletedOne)
     EXPECT_EQ(selected[1], 2);
     EXPECT_EQ(showtable[1], 2);
     EXPECT_EQ(selected[0], 0);
+    DeleteAllShapes();
+}
+
+TEST_F(Scene, ClosesAllGapsAfterMarkedShapes)
+{
+    for (int i = 0; i < 5; i++) {
+        AddShape(Cube().release());
+        selected[i] = (unsigned char)i;
+        showtable[i] = i;
+    }
+    Shape* const kept[] = {shapes[1], round1[1], shapest[4], round1t[4]};
+    const char gone[] = {1, 0, 1, 1, 0};
+    DeleteMarkedShapes(gone);
+    ASSERT_EQ(shapenumber, 2);
+    EXPECT_EQ(shapes[0], kept[0]);
+    EXPECT_EQ(round1[0], kept[1]);
+    EXPECT_EQ(shapest[1], kept[2]);
+    EXPECT_EQ(round1t[1], kept[3]);
+    EXPECT_EQ(selected[1], 4);
+    EXPECT_EQ(showtable[1], 4);
+    EXPECT_EQ(activesidenumber, 12); // two cubes
     DeleteAllShapes();
 }
 

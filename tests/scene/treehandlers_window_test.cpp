@@ -6,6 +6,7 @@
 #include "scene/treeview.h"
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "view/cameraflight.h"
 
@@ -78,20 +79,6 @@ static void Select(int node)
 static std::vector<int> GetSelectedNodes()
 {
     return {treeselected, treeselected + treeselectednumber};
-}
-
-// What is in a folder, as for instance "a(b() one) two".
-static std::string GetContent(int folder)
-{
-    std::string text;
-    for (int i = 0; i < treeiters[folder].childnumber; i++) {
-        const int child = treeiters[folder].children[i];
-        text += (i > 0 ? " " : "") + std::string(treeiters[child].name);
-        if (treeiters[child].type == NODE_FOLDER) {
-            text += "(" + GetContent(child) + ")";
-        }
-    }
-    return text;
 }
 
 // The first row whose place or icon is not what the program takes it for.
@@ -374,7 +361,7 @@ TEST_F(TreeHandlers, SortAShapeIntoTheFolderOnWhichItIsDropped)
 {
     const int shape = treeiters[box].shapeindex;
     ASSERT_TRUE(DragOnto(box, a)); // dropped before the folder "b"
-    EXPECT_EQ(GetContent(0), "a(b(deep) box leaf) e() m(only) square");
+    EXPECT_EQ(GetContent(), "a(b(deep) box leaf) e() m(only) square");
     EXPECT_EQ(treeiters[box].parent, a);
     EXPECT_EQ(treeiters[box].shapeindex, shape);
     EXPECT_EQ(FindBrokenRule(), "");
@@ -394,7 +381,7 @@ TEST_F(TreeHandlers, SortAShapeIntoTheTopLevel)
 {
     Expand(a);
     ASSERT_TRUE(DragBefore(leaf, a)); // shapes stand after all folders
-    EXPECT_EQ(GetContent(0), "a(b(deep)) e() m(only) box leaf square");
+    EXPECT_EQ(GetContent(), "a(b(deep)) e() m(only) box leaf square");
     EXPECT_EQ(treeiters[leaf].parent, 0);
     EXPECT_EQ(FindBrokenRule(), "");
     EXPECT_EQ(FindBrokenRow(), "");
@@ -404,7 +391,7 @@ TEST_F(TreeHandlers, MoveAFolderWithAllThatIsInIt)
 {
     gtk_tree_view_expand_all(GetView());
     ASSERT_TRUE(DragOnto(a, m));
-    EXPECT_EQ(GetContent(0), "e() m(a(b(deep) leaf) only) box square");
+    EXPECT_EQ(GetContent(), "e() m(a(b(deep) leaf) only) box square");
     EXPECT_EQ(treeiters[a].parent, m);
     EXPECT_EQ(FindBrokenRule(), "");
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a}));
@@ -416,19 +403,19 @@ TEST_F(TreeHandlers, MoveAFolderUpAndOutOfAnother)
 {
     Expand(a);
     ASSERT_TRUE(DragAfter(b, square)); // the very end
-    EXPECT_EQ(GetContent(0), "a(leaf) b(deep) e() m(only) box square");
+    EXPECT_EQ(GetContent(), "a(leaf) b(deep) e() m(only) box square");
     EXPECT_EQ(FindBrokenRule(), "");
     EXPECT_EQ(FindBrokenRow(), "");
 }
 
 TEST_F(TreeHandlers, KeepTheOrderWhenARowIsDroppedInItsOwnFolder)
 {
-    const std::string before = GetContent(0);
+    const std::string before = GetContent();
     ASSERT_TRUE(DragBefore(square, a));
-    EXPECT_EQ(GetContent(0), before);
+    EXPECT_EQ(GetContent(), before);
     EXPECT_EQ(FindBrokenRule(), "");
     ASSERT_TRUE(DragAfter(a, square));
-    EXPECT_EQ(GetContent(0), before);
+    EXPECT_EQ(GetContent(), before);
     EXPECT_EQ(FindBrokenRule(), "");
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a}));
     EXPECT_EQ(FindBrokenRow(), "");
@@ -439,7 +426,7 @@ TEST_F(TreeHandlers, PutADroppedRowAfterAnEqualName)
     const int other = AddShapeRow(Cube(), "BOX", a);
     Expand(a);
     ASSERT_TRUE(DragBefore(other, box));
-    EXPECT_EQ(GetContent(0), "a(b(deep) leaf) e() m(only) box BOX square");
+    EXPECT_EQ(GetContent(), "a(b(deep) leaf) e() m(only) box BOX square");
     EXPECT_EQ(FindBrokenRow(), "");
 }
 
@@ -447,7 +434,7 @@ TEST_F(TreeHandlers, TakeAShapeForItsFolderWhenARowIsDroppedOnIt)
 {
     Expand(a);
     ASSERT_TRUE(DragOnto(box, leaf));
-    EXPECT_EQ(GetContent(0), "a(b(deep) box leaf) e() m(only) square");
+    EXPECT_EQ(GetContent(), "a(b(deep) box leaf) e() m(only) square");
     EXPECT_EQ(treeiters[box].parent, a);
     EXPECT_EQ(GetIcon(leaf), pbside);
     EXPECT_EQ(FindBrokenRule(), "");
@@ -461,7 +448,7 @@ TEST_F(TreeHandlers, CloseTheFolderThatLosesItsLastRow)
 {
     gtk_tree_view_expand_all(GetView());
     ASSERT_TRUE(DragAfter(only, square));
-    EXPECT_EQ(GetContent(0), "a(b(deep) leaf) e() m() box only square");
+    EXPECT_EQ(GetContent(), "a(b(deep) leaf) e() m() box only square");
     EXPECT_EQ(GetIcon(m), pbfolderc);
     EXPECT_EQ(FindBrokenRow(), "");
 }
@@ -475,7 +462,7 @@ TEST_F(TreeHandlers, CloseTheRightFolderWhenTheMovedOneComesBeforeIt)
     AddShapeRow(Square(), "kept", inside);
     gtk_tree_view_expand_all(GetView());
     ASSERT_TRUE(DragAfter(inside, square));
-    EXPECT_EQ(GetContent(0), "a(b(deep) leaf) c(kept) e() m(only) x() box square");
+    EXPECT_EQ(GetContent(), "a(b(deep) leaf) c(kept) e() m(only) x() box square");
     EXPECT_EQ(GetIcon(x), pbfolderc);
     EXPECT_EQ(GetIcon(m), pbfoldero);
     EXPECT_EQ(FindBrokenRule(), "");
@@ -495,7 +482,7 @@ TEST_F(TreeHandlers, CannotPutAFolderIntoItself)
     EXPECT_FALSE(DragOnto(a, a));
     EXPECT_FALSE(DragOnto(a, b));
     EXPECT_FALSE(DragOnto(a, deep));
-    EXPECT_EQ(GetContent(0), "a(b(deep) leaf) e() m(only) box square");
+    EXPECT_EQ(GetContent(), "a(b(deep) leaf) e() m(only) box square");
 }
 
 TEST_F(TreeHandlers, KeepTreeAndRowsInStepThroughManyDrags)
@@ -511,13 +498,13 @@ TEST_F(TreeHandlers, KeepTreeAndRowsInStepThroughManyDrags)
         const int node = pick();
         const int other = pick();
         const auto place = random() % 3;
-        const std::string before = GetContent(0);
+        const std::string before = GetContent();
         const bool moved = place == 0   ? DragBefore(node, other)
                            : place == 1 ? DragAfter(node, other)
                                         : DragOnto(node, other);
         made += moved ? 1 : 0;
-        ASSERT_EQ(FindBrokenRule(), "") << before << " to " << GetContent(0);
-        ASSERT_EQ(FindBrokenRow(), "") << before << " to " << GetContent(0);
+        ASSERT_EQ(FindBrokenRule(), "") << before << " to " << GetContent();
+        ASSERT_EQ(FindBrokenRow(), "") << before << " to " << GetContent();
         if (i % 2 == 0) {
             gtk_tree_view_collapse_all(GetView());
         }

@@ -1,0 +1,21 @@
+// The folder tree of the main window as texts, and its rows as a user picks them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace korvane::testing
+{
+
+int AddFolder(const std::string& name, int parent = 0); // returns its node
+
+// What is in a folder, as for instance "a(b() one) two".
+std::string GetContent(int folder = 0);
+
+// The names of the selected nodes in the order of the selection, as for instance "a two".
+std::string GetSelection();
+
+// One change of the selection that leaves exactly these rows selected; opens their folders.
+void SelectRows(const std::vector<int>& nodes);
+
+} // namespace korvane::testing
