@@ -130,6 +130,13 @@ void TransferOneShape(int32_t shapeindex)
     }
 }
 
+void TransferPlainShape(int32_t shapeindex)
+{
+    ForgetScreenBoxes(shapeindex);
+    TransferBounds(shapes[shapeindex], shapest[shapeindex]);
+    TransferShape(shapes[shapeindex], shapest[shapeindex]);
+}
+
 void RefreshView()
 {
     TransferAllShape();

@@ -80,4 +80,7 @@ void TransferAllShape();
 // Projects one shape; the element under the pointer is the caller's to find.
 void TransferOneShape(int32_t shapeindex);
 
+// Projects the plain version of a shape whether it is shown or not; showtable stays as it is.
+void TransferPlainShape(int32_t shapeindex);
+
 } // namespace korvane
