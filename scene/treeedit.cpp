@@ -10,7 +10,6 @@
 #include "scene/undo.h"
 #include "ui/dialogs.h"
 #include "view/frameloop.h"
-#include "view/picking.h"
 
 #include <algorithm>
 #include <vector>
@@ -173,9 +172,9 @@ static void ShowVisibleShapes()
     }
 }
 
-void RemoveShape(const ActiveElement* activeside)
+void RemoveShape(int activeside)
 {
-    const int shapeindex = LocateSide(int(activeside - activesides)).shape;
+    const int shapeindex = LocateSide(activeside).shape;
     const int node = FindNodeOfShape(shapeindex);
     if (node < 0) {
         return;

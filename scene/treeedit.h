@@ -5,8 +5,6 @@
 namespace korvane
 {
 
-struct ActiveElement;
-
 // Asks for the name of a new folder and puts it where the selection says.
 void NewFolder();
 
@@ -18,8 +16,8 @@ void RenameSelected();
 // selected.
 void DelSelected();
 
-// Removes the shape to which a record of activesides belongs, and shows every other shape that is
-// at all visible. Nothing, and no undo step, when there is no such shape.
-void RemoveShape(const ActiveElement* activeside);
+// Removes the shape to which a side belongs, an index into activesides, and shows every other shape
+// that is at all visible. Nothing, and no undo step, when there is no such side.
+void RemoveShape(int activeside);
 
 } // namespace korvane

@@ -5,6 +5,7 @@
 #include "geometry/editing.h"
 #include "scene/locate.h"
 #include "scene/model.h"
+#include "scene/treeedit.h"
 #include "ui/dialogs.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
@@ -119,6 +120,8 @@ static void MiddlePressed()
         RemovePoint(int(activepointer - activepoints));
     } else if (activepointer->type == ELEMENT_STRIPE) {
         RemoveStripe(int(activepointer - activestripes));
+    } else if (activepointer->type == ELEMENT_SIDE) {
+        RemoveShape(int(activepointer - activesides));
     } else {
         return;
     }

@@ -1,5 +1,7 @@
 #include "geometry/construction.h"
+#include "scene/clipboard.h"
 #include "scene/scenefile.h"
+#include "scene/treeedit.h"
 #include "scene/undo.h"
 #include "ui/input.h"
 #include "view/frameloop.h"
@@ -93,9 +95,25 @@ static bool PressCameraKey(guint key)
     }
 }
 
-static bool PressPlainKey(guint key)
+// Keys that change the scene: with Control, as in other programs, and without. False when the key
+// is none of them.
+static bool PressEditKey(guint key)
 {
     switch (key) {
+    case GDK_KEY_c:
+        CopySelected();
+        return true;
+    case GDK_KEY_x:
+        CopySelected();
+        DelSelected();
+        return true;
+    case GDK_KEY_v:
+        PasteSelected();
+        return true;
+    case GDK_KEY_Delete:
+    case GDK_KEY_KP_Delete:
+        DelSelected();
+        return true;
     case GDK_KEY_z:
     case GDK_KEY_BackSpace:
         UndoIfPossible();
@@ -103,6 +121,14 @@ static bool PressPlainKey(guint key)
     case GDK_KEY_y:
         Redo();
         return true;
+    default:
+        return false;
+    }
+}
+
+static bool PressPlainKey(guint key)
+{
+    switch (key) {
     case GDK_KEY_g:
         Toggle(toolbutton_gradient);
         return true;
@@ -119,7 +145,7 @@ static bool PressPlainKey(guint key)
         gtk_main_quit(); // Deliberate: without asking, even with unsaved changes
         return true;
     default:
-        return PressCameraKey(key);
+        return PressEditKey(key) || PressCameraKey(key);
     }
 }
 
@@ -132,10 +158,10 @@ static void PressControlLetter(guint key, bool shift)
         Save();
     } else if (key == GDK_KEY_o) {
         Open();
-    } else if (key == GDK_KEY_y || (key == GDK_KEY_z && shift)) {
+    } else if (key == GDK_KEY_z && shift) {
         Redo();
-    } else if (key == GDK_KEY_z) {
-        UndoIfPossible();
+    } else {
+        PressEditKey(key);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include "geometry/construction.h"
 #include "geometry/marks.h"
+#include "scene/clipboard.h"
+#include "scene/treeedit.h"
 #include "scene/treeview.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
@@ -116,11 +118,11 @@ static void MakeTreeMenu()
 {
     const ItemRow rows[] = {
         {ITEM_IMAGE, "New shape...", "gtk-new", nullptr, toolbutton_news},
-        {ITEM_IMAGE, "New folder...", "gtk-directory"},
-        {ITEM_IMAGE, "Copy", "gtk-copy", nullptr, nullptr, &menucopys},
-        {ITEM_IMAGE, "Paste", "gtk-paste", nullptr, nullptr, &menupastes},
-        {ITEM_IMAGE, "Rename", "gtk-refresh", nullptr, nullptr, &menurename},
-        {ITEM_IMAGE, "Delete", "gtk-delete", nullptr, nullptr, &menudels},
+        {ITEM_IMAGE, "New folder...", "gtk-directory", G_CALLBACK(NewFolder)},
+        {ITEM_IMAGE, "Copy", "gtk-copy", G_CALLBACK(CopySelected), nullptr, &menucopys},
+        {ITEM_IMAGE, "Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
+        {ITEM_IMAGE, "Rename", "gtk-refresh", G_CALLBACK(RenameSelected), nullptr, &menurename},
+        {ITEM_IMAGE, "Delete", "gtk-delete", G_CALLBACK(DelSelected), nullptr, &menudels},
         {ITEM_IMAGE, "Set color", "gtk-select-color", nullptr, nullptr, &menucolor},
     };
     treemenu = gtk_menu_new();

@@ -3,6 +3,7 @@
 #include "geometry/construction.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
+#include "scene/treeedit.h"
 #include "scene/undo.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
@@ -54,8 +55,8 @@ static const ButtonRow filebuttons[] = {
 
 static const ButtonRow editbuttons[] = {
     {BUTTON_TOGGLE, "gtk-new", "New shape... Key: N", nullptr, 0, &toolbutton_news},
-    {BUTTON_PLAIN, "gtk-directory", "New folder..."},
-    {BUTTON_PLAIN, "gtk-delete", "Delete selected Key: Del"},
+    {BUTTON_PLAIN, "gtk-directory", "New folder...", G_CALLBACK(NewFolder)},
+    {BUTTON_PLAIN, "gtk-delete", "Delete selected Key: Del", G_CALLBACK(DelSelected)},
     {BUTTON_SEPARATOR},
     {BUTTON_PLAIN, "gtk-undo", "Undo", G_CALLBACK(Undo), 0, &toolbutton_undo},
 };

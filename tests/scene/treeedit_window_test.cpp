@@ -281,14 +281,14 @@ TEST_F(TreeEdit, KeepsTheOthersInOrder)
     }
 }
 
-// The first record of a shape's sides.
-static const ActiveElement* GetSideOf(int shapeindex)
+// The first record of a shape's sides, by its place in activesides.
+static int GetSideOf(int shapeindex)
 {
     int place = 0;
     for (int i = 0; i < shapeindex; i++) {
         place += shapes[i]->sidenumber;
     }
-    return activesides + place;
+    return place;
 }
 
 TEST_F(TreeEdit, RemovesTheShapeOfASide)
@@ -315,13 +315,14 @@ TEST_F(TreeEdit, LowersTheFoldersAboveARemovedShape)
 
 TEST_F(TreeEdit, RemovesTheLastSide)
 {
-    RemoveShape(activesides + activesidenumber - 1);
+    RemoveShape(activesidenumber - 1);
     EXPECT_EQ(GetContent(), "a(b(deep) leaf) e() m(only) box");
 }
 
 TEST_F(TreeEdit, RemovesNothingForASideThatIsGone)
 {
-    RemoveShape(activesides + activesidenumber);
+    RemoveShape(activesidenumber);
+    RemoveShape(-1);
     EXPECT_EQ(shapenumber, 5);
     EXPECT_EQ(pnumber, 0);
     EXPECT_EQ(rdstate & redrawwanted, 0);

@@ -88,6 +88,16 @@ TEST_F(EditClicks, MergeTwoSidesWithTheMiddleButtonOnAnEdge)
     EXPECT_EQ(pindex, 1);
 }
 
+TEST_F(EditClicks, RemoveAShapeWithTheMiddleButtonOnASide)
+{
+    AddToView(CubeOfHalfEdge(0.1F)); // before and behind the square
+    Click(middle, 500, 400);
+    ASSERT_EQ(shapenumber, 1);
+    EXPECT_EQ(shapes[0]->sidenumber, 1);
+    EXPECT_EQ(pindex, 1);
+    EXPECT_EQ(rdstate & redrawwanted, redrawwanted);
+}
+
 TEST_F(EditClicks, DragAPointInOneUndoStep)
 {
     Move(740, 160);

@@ -3,7 +3,9 @@
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "scene/undo.h"
+#include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
@@ -275,7 +277,7 @@ TEST_F(Keys, WithControlAndAnotherLetterDoNothing)
     const MainView before = mainview;
     rdstate = 0;
     for (guint key = GDK_KEY_a; key <= GDK_KEY_z; key++) {
-        if (key == GDK_KEY_o || key == GDK_KEY_s || key == GDK_KEY_y || key == GDK_KEY_z) {
+        if (std::string("cosvxyz").find(char(key)) != std::string::npos) {
             continue;
         }
         EXPECT_EQ(Press(key, GDK_CONTROL_MASK), TRUE);
@@ -285,6 +287,47 @@ TEST_F(Keys, WithControlAndAnotherLetterDoNothing)
     EXPECT_FALSE(IsPressed(toolbutton_gradient));
     EXPECT_TRUE(IsPressed(toolbutton_wire));
     EXPECT_EQ(rdstate, 0);
+}
+
+// The selected square, copied or cut and pasted twice by keys.
+static void ExpectCopyAndPaste(guint copy, guint paste, guint state, int left)
+{
+    StartEmptyScene();
+    AddToScene(Square(), "square");
+    SelectRows({1});
+    EXPECT_EQ(Press(copy, state), TRUE);
+    EXPECT_EQ(shapenumber, left);
+    SelectRows({});
+    EXPECT_EQ(Press(paste, state), TRUE);
+    EXPECT_EQ(Press(paste, state), TRUE);
+    EXPECT_EQ(GetContent(), left == 1 ? "square square square" : "square square");
+    EXPECT_EQ(FindBrokenRule(), "");
+}
+
+TEST_F(Keys, CXAndVCopyCutAndPasteWithAndWithoutControl)
+{
+    const guint both = GDK_CONTROL_MASK | GDK_SHIFT_MASK;
+    ExpectCopyAndPaste(GDK_KEY_c, GDK_KEY_v, 0, 1);
+    ExpectCopyAndPaste(GDK_KEY_C, GDK_KEY_V, GDK_SHIFT_MASK, 1);
+    ExpectCopyAndPaste(GDK_KEY_c, GDK_KEY_v, GDK_CONTROL_MASK, 1);
+    ExpectCopyAndPaste(GDK_KEY_C, GDK_KEY_V, both, 1);
+    ExpectCopyAndPaste(GDK_KEY_x, GDK_KEY_v, 0, 0);
+    ExpectCopyAndPaste(GDK_KEY_X, GDK_KEY_V, GDK_SHIFT_MASK, 0);
+    ExpectCopyAndPaste(GDK_KEY_x, GDK_KEY_v, GDK_CONTROL_MASK, 0);
+    ExpectCopyAndPaste(GDK_KEY_X, GDK_KEY_V, both, 0);
+}
+
+TEST_F(Keys, DeleteRemovesWhatIsSelected)
+{
+    for (const guint key : {GDK_KEY_Delete, GDK_KEY_KP_Delete}) {
+        StartEmptyScene();
+        AddToScene(Square(), "kept");
+        AddToScene(Square(), "selected");
+        SelectRows({2});
+        EXPECT_EQ(Press(key), TRUE);
+        EXPECT_EQ(GetContent(), "kept");
+        EXPECT_EQ(FindBrokenRule(), "");
+    }
 }
 
 TEST_F(Keys, ThatAreNotBoundAreLeftToOthers)

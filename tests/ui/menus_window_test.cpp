@@ -1,6 +1,8 @@
 #include "ui/menus.h"
 
 #include "geometry/marks.h"
+#include "scene/clipboard.h"
+#include "scene/treeedit.h"
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
 #include "ui/viewmenus.h"
@@ -105,13 +107,14 @@ static void ExpectMenu(GtkWidget* menu, const Items& rows)
 TEST(Menus, OfferTheCommandsOfTheTree)
 {
     ShowMainWindow();
-    ExpectMenu(treemenu, {{"New shape...", "gtk-new"},
-                          {"New folder...", "gtk-directory"},
-                          {"Copy", "gtk-copy", nullptr, nullptr, &menucopys},
-                          {"Paste", "gtk-paste", nullptr, nullptr, &menupastes},
-                          {"Rename", "gtk-refresh", nullptr, nullptr, &menurename},
-                          {"Delete", "gtk-delete", nullptr, nullptr, &menudels},
-                          {"Set color", colour, nullptr, nullptr, &menucolor}});
+    ExpectMenu(treemenu,
+               {{"New shape...", "gtk-new"},
+                {"New folder...", "gtk-directory", G_CALLBACK(NewFolder)},
+                {"Copy", "gtk-copy", G_CALLBACK(CopySelected), nullptr, &menucopys},
+                {"Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
+                {"Rename", "gtk-refresh", G_CALLBACK(RenameSelected), nullptr, &menurename},
+                {"Delete", "gtk-delete", G_CALLBACK(DelSelected), nullptr, &menudels},
+                {"Set color", colour, nullptr, nullptr, &menucolor}});
 }
 
 TEST(Menus, OfferTheCommandsOfASideWithItsShapeAndTheSelection)

@@ -3,6 +3,7 @@
 #include "geometry/construction.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
+#include "scene/treeedit.h"
 #include "scene/undo.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
@@ -133,12 +134,12 @@ TEST(Toolbars, OfferTheFileCommandsFirst)
 
 TEST(Toolbars, OfferTheEditCommandsSecond)
 {
-    ExpectToolbar(1,
-                  {{toggle, "gtk-new", "New shape... Key: N", false, nullptr, 0, &toolbutton_news},
-                   {plain, "gtk-directory", "New folder..."},
-                   {plain, "gtk-delete", "Delete selected Key: Del"},
-                   {separator},
-                   {plain, "gtk-undo", "Undo", false, G_CALLBACK(Undo), 0, &toolbutton_undo}});
+    ExpectToolbar(
+        1, {{toggle, "gtk-new", "New shape... Key: N", false, nullptr, 0, &toolbutton_news},
+            {plain, "gtk-directory", "New folder...", false, G_CALLBACK(NewFolder)},
+            {plain, "gtk-delete", "Delete selected Key: Del", false, G_CALLBACK(DelSelected)},
+            {separator},
+            {plain, "gtk-undo", "Undo", false, G_CALLBACK(Undo), 0, &toolbutton_undo}});
 }
 
 TEST(Toolbars, OfferTheViewCommandsThird)
