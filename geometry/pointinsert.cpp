@@ -1,11 +1,11 @@
 #include "geometry/pointinsert.h"
 
+#include "geometry/stripes.h"
 #include "geometry/surgery.h"
 #include "scene/model.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -36,16 +36,17 @@ static std::vector<Gap> FindGaps(const Shape* shape, int from, int to)
 }
 
 // The gap that faces the first across the edge: the next the other way round, which may be in the
-// same side. Where none is, the next that there is: two sides that are turned against each other.
+// same side. Where none is, the next in another side: the two are turned against each other.
 static std::optional<Gap> FindFacingGap(const std::vector<Gap>& gaps)
 {
-    const auto facing = std::find_if(gaps.begin(), gaps.end(), [&](const Gap& gap) {
-        return gap.forward != gaps.front().forward;
-    });
-    if (facing != gaps.end()) {
-        return *facing;
+    const Gap& first = gaps.front();
+    auto facing = std::find_if(gaps.begin(), gaps.end(),
+                               [&](const Gap& gap) { return gap.forward != first.forward; });
+    if (facing == gaps.end()) {
+        facing = std::find_if(gaps.begin(), gaps.end(),
+                              [&](const Gap& gap) { return gap.side != first.side; });
     }
-    return gaps.size() > 1 ? std::optional(gaps[1]) : std::nullopt;
+    return facing != gaps.end() ? std::optional(*facing) : std::nullopt;
 }
 
 static void InsertCorner(Shape* shape, const Gap& gap, int point)
@@ -56,27 +57,11 @@ static void InsertCorner(Shape* shape, const Gap& gap, int point)
     SetCornersOfSide(side, corners);
 }
 
-// A border that passes the edge both ways gets the point both times.
-static void InsertIntoStripe(Stripe* stripe, int position, int point)
-{
-    std::vector<int> points = GetPointsOfStripe(*stripe);
-    const int from = points[std::size_t(position) - 1];
-    const int to = points[std::size_t(position)];
-    points.insert(points.begin() + position, point);
-    const int opposite[] = {to, from};
-    const auto back =
-        std::search(points.begin(), points.end(), std::begin(opposite), std::end(opposite));
-    if (back != points.end()) {
-        points.insert(back + 1, point);
-    }
-    SetPointsOfStripe(stripe, points);
-}
-
 int InsertPoint(Shape* shape, int stripe, int position, const float place[3])
 {
-    Stripe* line = &shape->stripes[stripe];
-    const std::vector<Gap> gaps =
-        FindGaps(shape, line->points[position - 1], line->points[position]);
+    std::vector<int> line = GetPointsOfStripe(shape->stripes[stripe]);
+    const auto next = line.begin() + position;
+    const std::vector<Gap> gaps = FindGaps(shape, *(next - 1), *next);
     if (gaps.empty()) {
         return -1;
     }
@@ -84,15 +69,18 @@ int InsertPoint(Shape* shape, int stripe, int position, const float place[3])
     float points[1][3];
     std::copy_n(place, 3, points[0]);
     const int point = AppendPoints(shape, points, 1);
-    InsertIntoStripe(line, position, point);
-    if (facing) {
-        InsertCorner(shape, *facing,
-                     point); // the later place first: the earlier one stays where it is
+    line.insert(next, point);
+    SetPointsOfStripe(&shape->stripes[stripe], line);
+    if (facing) { // the later gap first: the earlier one stays where it is
+        InsertCorner(shape, *facing, point);
     }
     InsertCorner(shape, gaps.front(), point);
     CutSideAgain(shape, gaps.front().side);
     if (facing && facing->side != gaps.front().side) {
         CutSideAgain(shape, facing->side);
+    }
+    if (shape->sidenumber == 1) { // its border is its outline, which may pass an edge twice
+        SetStripesOfShape(shape);
     }
     return point;
 }

@@ -72,6 +72,16 @@ TEST(InsertPoint, PutsAPointTwiceIntoABorderThatPassesASlitBothWays)
     EXPECT_EQ(FindBrokenRuleAfterEdit(square.get()), "");
 }
 
+TEST(InsertPoint, LeavesTheOtherPassOfASideThatRunsAlongAnEdgeTwiceTheSameWay)
+{
+    const OwnedShape sheet = MakeShape({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0.5F, 2, 0}, {0, 1, 0}},
+                                       {{3, 0, 1, 2, 4, 0, 1}});
+    EXPECT_EQ(InsertPoint(sheet.get(), 0, 6, place), 5); // the second pass of 0-1
+    EXPECT_EQ(OutlinesOf(*sheet), (Outlines{{3, 0, 5, 1, 2, 4, 0, 1}}));
+    EXPECT_EQ(StripesOf(*sheet), (Outlines{{3, 0, 5, 1, 2, 4, 0, 1, 3}}));
+    EXPECT_EQ(FindBrokenRuleAfterEdit(sheet.get()), "");
+}
+
 TEST(InsertPoint, TakesTheNextSideThatRunsTheOppositeWayAlongAnEdgeOfFourSides)
 {
     // two tetrahedra on the edge 0-1: the first two sides run from 0 to 1, the next two back
