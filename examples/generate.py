@@ -15,6 +15,7 @@ SCENES = {
     "archimedean": mathematics.archimedean,
     "knot": mathematics.knot,
     "hundred": mathematics.hundred,
+    "handles": mathematics.handles,
     "chess": tabletop.chess,
     "vessels": tabletop.vessels,
     "house": places.house,

@@ -2,7 +2,7 @@
 
 import math
 
-from .modelling import join, tube
+from .modelling import bridged, join, tube
 from .paint import Paint, hue, matte, mixed, rgb, shiny
 from .polyhedra import (
     archimedeans,
@@ -13,6 +13,7 @@ from .polyhedra import (
     tetrahedron,
 )
 from .scenefile import Scene
+from .vectors import times
 
 FACE_PAINTS = {
     3: matte("f2b632"),
@@ -132,4 +133,29 @@ def hundred():
         body = icosahedron().turned("x", 3.6 * place).turned("y", 30)
         body = body.painted(matte(hue(place / 100 + 0.05), 0.5)).scaled(size)
         scene.add(f"number-{place + 1:03d}", body.moved(*center), faceted=True)
+    return scene
+
+
+def arch(start, end, height, steps):
+    """A path from one point to another that rises from the origin on its way."""
+    places = [step / steps for step in range(steps + 1)]
+    return [times(mixed(start, end, t), 1 + height * math.sin(math.pi * t)) for t in places]
+
+
+def handles():
+    """A ball whose twelve pentagons are joined two by two by handles."""
+    body = archimedeans()["truncated-icosahedron"].scaled(0.22).painted(matte("efe6d2"))
+    for colour in ("e8503c", "f5a623", "4fb556", "1f9e9a", "2f8fe0", "a05fdc"):
+        pentagons = [number for number, side in enumerate(body.sides) if len(side.corners) == 5]
+        start, *others = pentagons
+        middle = body.middle_of(start)
+        # One coordinate of every middle is 0. The partner is the mirror image in the second least.
+        second = sorted(map(abs, middle))[1]
+        image = tuple(-x if abs(x) == second else x for x in middle)
+        end = min(others, key=lambda number: math.dist(body.middle_of(number), image))
+        paints = {start: shiny(colour)}  # the walls of a handle look like the side it begins at
+        path = arch(middle, body.middle_of(end), 1.1, 7)
+        body = bridged(body.painted_by(paints.get), start, end, path)
+    scene = Scene()
+    scene.add("handles", body.turned("y", 24).turned("x", 20))
     return scene

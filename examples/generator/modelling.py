@@ -326,6 +326,39 @@ def carried_frames(path, closed):
     return frames
 
 
+def carried(point, start, end):
+    """A point turned as the shortest way from one unit vector to another goes."""
+    axis = cross(start, end)
+    once = cross(axis, point)
+    twice = times(cross(axis, once), 1 / (1 + dot(start, end)))
+    return plus(point, plus(once, twice))
+
+
+def bridged(body, start, end, path):
+    """A body with a handle between two of its sides, which have as many corners: copies of the one
+    stand across the path, which runs from its middle to the middle of the other."""
+    first, last = body.sides[start], body.sides[end]
+    normal, middle = body.normal_of(start), body.middle_of(start)
+    count = len(first.corners)
+    points, rings = list(body.points), [first.corners[::-1]]
+    for i in range(1, len(path) - 1):
+        along = tangent(path, i, False)
+        ring = [minus(points[corner], middle) for corner in rings[0]]
+        rings.append(tuple(range(len(points), len(points) + count)))
+        points += [plus(path[i], carried(point, normal, along)) for point in ring]
+
+    def distance(ring):
+        return sum(math.dist(points[a], points[b]) for a, b in zip(rings[-1], ring))
+
+    rings.append(min((last.corners[k:] + last.corners[:k] for k in range(count)), key=distance))
+    walls = []
+    for low, high in zip(rings, rings[1:]):
+        corners = [(low[k], low[k - 1], high[k - 1], high[k]) for k in range(count)]
+        walls += [replace(first, corners=wall) for wall in corners]
+    sides = [side for number, side in enumerate(body.sides) if number not in (start, end)]
+    return Body(points, sides + walls, body.marked)
+
+
 def sheet(outline):
     """One side that is seen from both of its faces. The program lets its border run smoothly
     through the given points; a corner stays where a marked point stands between unmarked ones."""
