@@ -1,0 +1,54 @@
+// In which order the triangles of an image are drawn in each of its tiles. Setting a light state
+// costs more than drawing a triangle, and triangles that lie at like depths seldom share one: where
+// they do not overlap, they are drawn in another order, which no pixel can tell. No toolkit, no
+// OpenGL.
+#pragma once
+
+#include "export/imagetriangles.h"
+
+#include <array>
+#include <vector>
+
+namespace korvane
+{
+
+// The image, cut into tiles, each of which is 0.25 x 0.25 of the view. Columns count from the left,
+// rows from the top.
+constexpr int imagewidth = 1280;
+constexpr int imageheight = 1024;
+constexpr int tilesize = 256; // pixels
+constexpr int tilecolumns = imagewidth / tilesize;
+constexpr int tilerows = imageheight / tilesize;
+constexpr int tilenumber = tilecolumns * tilerows;
+constexpr double tilespan = 0.25; // in view units
+
+// The light state in which a triangle is drawn.
+struct TriangleLook {
+    const float* colors; // borrowed; colornumber of them
+    bool front;          // whether it is drawn as facing the viewer
+    float direction;     // 1, or -1 when its normals are turned
+};
+
+// The back of a side that is coloured alike on both faces is drawn as a front with turned normals,
+// which is what the lit program makes of a back: so more triangles share a light state.
+TriangleLook GetLook(const ImageTriangle& triangle);
+
+bool ShareLightState(const TriangleLook& a, const TriangleLook& b);
+
+// A number for every triangle: the same for those that share a light state.
+std::vector<int> GetLookNumbers(const ImageTriangle* hszog, int number);
+
+// For every tile, row by row, the triangles that it may show in any of its passes, in the order of
+// zindex.
+using TileOrders = std::array<std::vector<int>, tilenumber>;
+TileOrders GetTileOrders(const ImageTriangle* hszog, const int* zindex, int number);
+
+// Rearranges the order of a tile into long runs of one look. Triangles that may share a pixel keep
+// their order.
+void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog,
+                 const std::vector<int>& looknumbers);
+
+// Half the depth that has to be drawn so that nothing of the tiles is cut off.
+double GetHalfDepth(const TileOrders& orders, const ImageTriangle* hszog);
+
+} // namespace korvane
