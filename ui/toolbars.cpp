@@ -1,5 +1,6 @@
 #include "ui/toolbars.h"
 
+#include "export/image.h"
 #include "geometry/construction.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
@@ -49,7 +50,7 @@ static const ButtonRow filebuttons[] = {
     {BUTTON_PLAIN, "gtk-save", "Save", G_CALLBACK(Save)},
     {BUTTON_PLAIN, "gtk-save-as", "Save as...", G_CALLBACK(SaveAs)},
     {BUTTON_SEPARATOR},
-    {BUTTON_PLAIN, "image2.png", "Create image..."},
+    {BUTTON_PLAIN, "image2.png", "Create image...", G_CALLBACK(CreateImage)},
     {BUTTON_PLAIN, "gtk-convert", "Export selected wavefront obj format...", G_CALLBACK(SaveObj)},
 };
 

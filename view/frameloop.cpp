@@ -1,5 +1,6 @@
 #include "view/frameloop.h"
 
+#include "export/imageprogress.h"
 #include "scene/model.h"
 #include "view/background.h"
 #include "view/basestate.h"
@@ -21,10 +22,10 @@ namespace korvane
 
 int32_t rdstate = 0;
 int32_t runtime = 0;
+static bool unanswered = false; // an expose has been asked for and has not come
 
 static void DrawFrame()
 {
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     BgDrawBefore(&mainview);
     SceneDraw(&mainview);
     AssertBaseState("SceneDraw");
@@ -34,13 +35,20 @@ static void DrawFrame()
 int ReDraw(GtkWidget* widget, GdkEventExpose* /*event*/)
 {
     rdstate |= redrawing;
+    unanswered = false;
+    const bool exporting = cisign != 0;
     GdkGLDrawable* drawable = gtk_widget_get_gl_drawable(widget);
     if (gdk_gl_drawable_gl_begin(drawable, gtk_widget_get_gl_context(widget))) {
-        DrawFrame();
-        gdk_gl_drawable_swap_buffers(drawable);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        if (exporting) {
+            CreateImageProgress();
+        } else {
+            DrawFrame();
+            gdk_gl_drawable_swap_buffers(drawable);
+        }
         gdk_gl_drawable_gl_end(drawable);
     }
-    rdstate = 0;
+    rdstate = exporting ? redrawwanted : 0; // the next tick asks for the next step at once
     return TRUE;
 }
 
@@ -126,17 +134,23 @@ void PlayCamera()
     rdstate |= redrawwanted;
 }
 
-static void InvalidateArea(GtkWidget* area)
+// A window that is not on the screen gets no expose: an image is then made without one.
+static void AskForFrame(GtkWidget* area)
 {
     GdkWindow* window = gtk_widget_get_window(area);
-    if (window != nullptr) {
-        gdk_window_invalidate_rect(window, nullptr, FALSE);
+    if (window == nullptr) {
+        return;
     }
+    if (cisign != 0 && unanswered) {
+        ReDraw(area, nullptr);
+    }
+    gdk_window_invalidate_rect(window, nullptr, FALSE);
+    unanswered = true;
 }
 
-int TimeLoop(void* area)
+// Moves everything that moves by itself.
+static void StepView()
 {
-    runtime++;
     bool changed = StepBackground();
     changed |= StepShapeDisplay();
     bool projectionchanged = StepToggle(mainview.perspective);
@@ -150,8 +164,16 @@ int TimeLoop(void* area)
         rdstate |= redrawwanted;
     }
     PlayCamera();
+}
+
+int TimeLoop(void* area)
+{
+    runtime++;
+    if (cisign == 0) { // an image is made of the view as it stood
+        StepView();
+    }
     if (rdstate == redrawwanted) {
-        InvalidateArea(GTK_WIDGET(area));
+        AskForFrame(GTK_WIDGET(area));
     }
     return TRUE;
 }

@@ -1,5 +1,6 @@
 #include "ui/toolbars.h"
 
+#include "export/image.h"
 #include "geometry/construction.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
@@ -127,7 +128,7 @@ TEST(Toolbars, OfferTheFileCommandsFirst)
                       {plain, "gtk-save", "Save", false, G_CALLBACK(Save)},
                       {plain, "gtk-save-as", "Save as...", false, G_CALLBACK(SaveAs)},
                       {separator},
-                      {plain, "image2.png", "Create image..."},
+                      {plain, "image2.png", "Create image...", false, G_CALLBACK(CreateImage)},
                       {plain, "gtk-convert", "Export selected wavefront obj format...", false,
                        G_CALLBACK(SaveObj)}});
 }

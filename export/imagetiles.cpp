@@ -1,0 +1,230 @@
+#include "export/imagetiles.h"
+
+#include "geometry/shapegeometry.h"
+#include "view/basestate.h"
+#include "view/glsetup.h"
+#include "view/sidelook.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+namespace korvane
+{
+
+static constexpr int pixelbytes = 4; // red, green, blue, alpha
+static constexpr int tilebytes = tilesize * tilesize * pixelbytes;
+
+// What each pass moves the picture by, in view units.
+static constexpr double jitter[tilepasses][2] = {{-0.000203269, 0.000345439},
+                                                 {0.000199071, -0.000345488},
+                                                 {-0.000285768, -0.000146431},
+                                                 {0.000289965, 0.000146479}};
+
+// The buffer of the tiles; 0 while there is none.
+static GLuint framebuffer = 0;
+static GLuint colorbuffer = 0;
+static GLuint depthbuffer = 0;
+
+static std::uint16_t sums[tilebytes]; // of the passes of the tile that is being rendered
+
+static GLuint MakeRenderBuffer(GLenum format, GLenum attachment)
+{
+    GLuint buffer = 0;
+    glGenRenderbuffers(1, &buffer);
+    glBindRenderbuffer(GL_RENDERBUFFER, buffer);
+    glRenderbufferStorage(GL_RENDERBUFFER, format, tilesize, tilesize);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, attachment, GL_RENDERBUFFER, buffer);
+    return buffer;
+}
+
+void MakeTileBuffer()
+{
+    if (!GLEW_ARB_framebuffer_object) {
+        return;
+    }
+    glGenFramebuffers(1, &framebuffer);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    colorbuffer = MakeRenderBuffer(GL_RGBA8, GL_COLOR_ATTACHMENT0);
+    depthbuffer = MakeRenderBuffer(GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT);
+    const GLenum status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    if (status != GL_FRAMEBUFFER_COMPLETE) {
+        FreeTileBuffer();
+    }
+}
+
+void FreeTileBuffer()
+{
+    if (framebuffer == 0) {
+        return;
+    }
+    glDeleteFramebuffers(1, &framebuffer);
+    glDeleteRenderbuffers(1, &colorbuffer);
+    glDeleteRenderbuffers(1, &depthbuffer);
+    framebuffer = 0;
+}
+
+static void LoadLook(const TriangleLook& look)
+{
+    const float control[4] = {look.colors[FRONT_ACUITY], look.colors[BACK_ACUITY],
+                              look.front ? 1.0F : -1.0F, 0};
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, look.colors + FRONT_LIGHT);
+    glLightfv(GL_LIGHT0, GL_SPECULAR, look.colors + FRONT_SHADOW);
+    glLightfv(GL_LIGHT1, GL_DIFFUSE, look.colors + BACK_LIGHT);
+    glLightfv(GL_LIGHT1, GL_SPECULAR, look.colors + BACK_SHADOW);
+    glLightfv(GL_LIGHT0, GL_AMBIENT, control);
+}
+
+static void AddLitTriangle(const ImageTriangle& triangle, float direction)
+{
+    for (int i = 0; i < 3; i++) {
+        const float* normal = triangle.normals[i];
+        glNormal3f(direction * normal[0], direction * normal[1], direction * normal[2]);
+        glVertex3fv(triangle.vertices[i]);
+    }
+}
+
+// The light state is set once for every run of triangles that share it.
+static void AddLitTriangles(const ImageTriangle* hszog, const std::vector<int>& order)
+{
+    TriangleLook loaded = {};
+    for (const int index : order) {
+        const TriangleLook look = GetLook(hszog[index]);
+        if (loaded.colors == nullptr || !ShareLightState(look, loaded)) {
+            if (loaded.colors != nullptr) {
+                glEnd();
+            }
+            LoadLook(look);
+            glBegin(GL_TRIANGLES);
+            loaded = look;
+        }
+        AddLitTriangle(hszog[index], look.direction);
+    }
+    if (loaded.colors != nullptr) {
+        glEnd();
+    }
+}
+
+static void AddFlatTriangle(const ImageTriangle& triangle)
+{
+    Side side = {};
+    std::copy_n(triangle.colors, colornumber, side.colors);
+    const auto& [a, b, c] = triangle.vertices;
+    glColor4fv(GetColorOfTriangle(&side, GetNormal(a, b, c).get()).data());
+    for (const float* corner : triangle.vertices) {
+        glVertex3fv(corner);
+    }
+}
+
+static void AddFlatTriangles(const ImageTriangle* hszog, const std::vector<int>& order)
+{
+    glBegin(GL_TRIANGLES);
+    for (const int index : order) {
+        AddFlatTriangle(hszog[index]);
+    }
+    glEnd();
+}
+
+void CompileTile(unsigned int list, const ImageTriangle* hszog, const std::vector<int>& order)
+{
+    glNewList(list, GL_COMPILE);
+    if (UsesPrograms()) {
+        AddLitTriangles(hszog, order);
+    } else {
+        AddFlatTriangles(hszog, order);
+    }
+    glEndList();
+}
+
+void SceneHighDraw(unsigned int list)
+{
+    if (!UsesPrograms()) {
+        glCallList(list);
+        return;
+    }
+    glEnable(GL_VERTEX_PROGRAM_ARB);
+    glEnable(GL_FRAGMENT_PROGRAM_ARB);
+    glBindProgramARB(GL_VERTEX_PROGRAM_ARB, arbid[LIT_VERTEX]);
+    glBindProgramARB(GL_FRAGMENT_PROGRAM_ARB, arbid[LIT_FRAGMENT]);
+    glEnable(GL_LIGHT0);
+    glEnable(GL_LIGHT1);
+    glCallList(list);
+    glDisable(GL_LIGHT1);
+    glDisable(GL_LIGHT0);
+    glDisable(GL_FRAGMENT_PROGRAM_ARB);
+    glDisable(GL_VERTEX_PROGRAM_ARB);
+}
+
+static void BeginTile(double halfdepth)
+{
+    if (framebuffer != 0) {
+        glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    }
+    glViewport(0, 0, tilesize, tilesize);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-tilespan / 2, tilespan / 2, -tilespan / 2, tilespan / 2, -halfdepth, halfdepth);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+static void EndTile()
+{
+    if (framebuffer != 0) {
+        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    }
+    SetViewProjection();
+}
+
+static void DrawMoved(int tile, int pass, unsigned int list)
+{
+    const int column = tile % tilecolumns;
+    const int row = tile / tilecolumns;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glTranslated((2 - column) * tilespan, (row - 1.5) * tilespan, 0);
+    glTranslated(jitter[pass][0], jitter[pass][1], 0);
+    SceneHighDraw(list);
+    glLoadIdentity();
+}
+
+// The frame-buffer configurations of today have no accumulation buffer: the passes are summed here.
+static void AddToSums(int pass)
+{
+    static unsigned char pixels[tilebytes];
+    glReadPixels(0, 0, tilesize, tilesize, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+    if (pass == 0) {
+        std::fill(std::begin(sums), std::end(sums), std::uint16_t(0));
+    }
+    for (int i = 0; i < tilebytes; i++) {
+        sums[i] = std::uint16_t(sums[i] + pixels[i]);
+    }
+}
+
+void DrawTilePass(int tile, int pass, unsigned int list, double halfdepth)
+{
+    BeginTile(halfdepth);
+    DrawMoved(tile, pass, list);
+    AddToSums(pass);
+    EndTile();
+    AssertBaseState("DrawTilePass");
+}
+
+void StoreTile(int tile, unsigned char* image)
+{
+    constexpr int rowbytes = tilesize * pixelbytes;
+    const int column = tile % tilecolumns;
+    const int row = tile / tilecolumns;
+    for (int y = 0; y < tilesize; y++) { // OpenGL counts rows from the bottom
+        const int imagerow = tilesize * row + tilesize - 1 - y;
+        const std::uint16_t* sum = sums + y * rowbytes;
+        unsigned char* stored = image + (imagerow * tilecolumns + column) * rowbytes;
+        std::transform(sum, sum + rowbytes, stored, [](std::uint16_t total) {
+            return static_cast<unsigned char>((total + tilepasses / 2) / tilepasses);
+        });
+    }
+}
+
+} // namespace korvane
