@@ -1,7 +1,9 @@
 #include "geometry/construction.h"
 
+#include "geometry/clickdepth.h"
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
+#include "ui/input.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 #include "view/projection.h"
@@ -39,7 +41,7 @@ ActiveElement* GetCenterRecords()
     return GetNewPointRecords() - centernumber;
 }
 
-// The arrays of coordinates have moved, or a record has been appended.
+// For records that are new, or whose coordinates have moved.
 static void PointRecordsAtPlaces()
 {
     for (int i = 0; i < newpointnumber; i++) {
@@ -50,44 +52,41 @@ static void PointRecordsAtPlaces()
     }
 }
 
-static void AppendRecord()
+static void AppendRecords(int number)
 {
     const bool pointed = activepointer != nullptr && activepointer->type == ELEMENT_POINT;
     const auto index = pointed ? activepointer - activepoints : 0;
-    GrowArray(activepoints, activepointnumber, activepointnumber + 1);
-    activepoints[activepointnumber].type = ELEMENT_POINT;
-    activepointnumber++;
+    GrowArray(activepoints, activepointnumber, activepointnumber + number);
+    for (int i = 0; i < number; i++) {
+        activepoints[activepointnumber + i].type = ELEMENT_POINT;
+    }
+    activepointnumber += number;
     if (pointed) {
         activepointer = activepoints + index;
     }
 }
 
-// Opens a place at the end of a pair of arrays.
-static void GrowPair(float (*&world)[3], float (*&view)[3], int& number)
-{
-    GrowArray(world, number, number + 1);
-    GrowArray(view, number, number + 1);
-    number++;
-}
-
 void AddNewPoint(const float place[3])
 {
-    const float copy[3] = {place[0], place[1], place[2]}; // `place` may lie in rotated
-    GrowPair(newpoints, rotated, newpointnumber);
-    const int last = newpointnumber - 1;
+    const float copy[3] = {place[0], place[1], place[2]}; // `place` may lie in what is to move
+    const int last = newpointnumber;
+    newpointnumber++;
+    GrowArray(newpoints, last, newpointnumber);
+    GrowArray(rotated, last, newpointnumber);
     std::copy_n(copy, 3, rotated[last]);
     std::copy_n(copy, 3, newpoints[last]);
     ReTransferPoints(&mainview, newpoints + last, 1);
-    AppendRecord();
+    AppendRecords(1);
     PointRecordsAtPlaces();
 }
 
-void AddCenterPoint(const float place[3])
+void AddCenterPoints(const float places[][3], int number)
 {
-    GrowPair(centerpoints, rcenterpoints, centernumber);
-    std::copy_n(place, 3, centerpoints[centernumber - 1]);
-    TransferPointsInto(&mainview, centerpoints, rcenterpoints, centernumber);
-    AppendRecord();
+    centerpoints = CopyArray(places, number);
+    rcenterpoints = NewUnfilledArray<float[3]>(number);
+    centernumber = number;
+    TransferPointsInto(&mainview, centerpoints, rcenterpoints, number);
+    AppendRecords(number);
     PointRecordsAtPlaces();
 }
 
@@ -97,8 +96,10 @@ void DropNewPoint()
     activepointnumber--;
 }
 
-void PlaceNewPoints()
+void CloseLine(int zindex)
 {
+    AddNewPoint(GetPointOfElement(activepointer));
+    InterpolateDepths(rotated, zindex, newpointnumber - 1);
     std::copy_n(&rotated[0][0], 3 * newpointnumber, &newpoints[0][0]);
     ReTransferPoints(&mainview, newpoints, newpointnumber);
 }
@@ -128,6 +129,7 @@ void DelNewPoints()
     newsign = 0;
     duplicatesign = 0;
     if (newpointnumber > 0) {
+        ForgetPressedElements(); // their indices may lie beyond the records that stay
         activepointnumber -= newpointnumber + centernumber;
         newpointnumber = 0;
         FreeArray(newpoints);

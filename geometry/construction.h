@@ -28,16 +28,19 @@ bool IsUnderConstruction();
 // calls it, so that what is picked is where it is drawn.
 void TransferConstruction(const MainView* view);
 
-// Appends a point and its record, which cannot be picked. Keeps activepointer, which may be a
-// record of activepoints. Records of centres are appended before the first point.
-void AddNewPoint(const float place[3]);    // view coordinates
-void AddCenterPoint(const float place[3]); // world coordinates
+// Appends a point, given in view coordinates, and its record, which cannot be picked. activepointer
+// stays on its element.
+void AddNewPoint(const float place[3]);
+
+// Makes the centres and their records, which cannot be picked. Call it before the first point.
+void AddCenterPoints(const float places[][3], int number); // world coordinates
 
 // Removes the last point and its record. activepointer is stale until SearchActive has run.
 void DropNewPoint();
 
-// Brings the world coordinates in step with changed view coordinates, those of all points.
-void PlaceNewPoints();
+// Closes the line on the point under the pointer, which is added to it. The points behind `zindex`
+// get depths between those of the two (InterpolateDepths), and all of them their final places.
+void CloseLine(int zindex);
 
 // The records of the points and of the centres; valid until activepoints changes.
 ActiveElement* GetNewPointRecords();

@@ -58,7 +58,9 @@ bool CreateOneSideShape()
 
 void EndNewShapeTool()
 {
-    gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), FALSE);
+    if (toolbutton_news != nullptr) {
+        gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), FALSE);
+    }
     DelNewPoints(); // a polygon can be started with the button up
 }
 

@@ -1,6 +1,6 @@
 #include "scene/clipboard.h"
 
-#include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "geometry/normals.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
@@ -138,7 +138,7 @@ void PasteSelected()
     if (copyiternumber == 0) {
         return;
     }
-    DelNewPoints();
+    EndNewShapeTool();
     PushScene();
     PasteCopies();
     SetActives();

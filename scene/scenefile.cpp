@@ -1,5 +1,6 @@
 #include "scene/scenefile.h"
 
+#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/filereplacement.h"
 #include "scene/model.h"
@@ -174,6 +175,7 @@ int NewMrt()
 
 void DelScene()
 {
+    EndNewShapeTool();
     DeleteAllShapes();
     ClearTree();
 }

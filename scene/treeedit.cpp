@@ -1,6 +1,6 @@
 #include "scene/treeedit.h"
 
-#include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/locate.h"
 #include "scene/model.h"
@@ -156,7 +156,7 @@ void DelSelected()
     if (tops.empty()) {
         return;
     }
-    DelNewPoints();
+    EndNewShapeTool();
     PushScene();
     RemoveSubtrees(tops);
     rdstate |= redrawwanted;
@@ -179,7 +179,7 @@ void RemoveShape(int activeside)
     if (node < 0) {
         return;
     }
-    DelNewPoints();
+    EndNewShapeTool();
     PushScene();
     RemoveSubtrees({node});
     ShowVisibleShapes();

@@ -1,6 +1,6 @@
 #include "scene/undorecord.h"
 
-#include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/scenefile.h"
@@ -73,15 +73,6 @@ bool IsStillThere(const UndoRecord& record)
     return record.shapeindex < shapenumber;
 }
 
-// The button of the new-shape tool comes up with its tool.
-static void EndConstruction()
-{
-    if (newsign != 0 && toolbutton_news != nullptr) {
-        gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), FALSE);
-    }
-    DelNewPoints();
-}
-
 static void RestoreShape(const UndoRecord& record)
 {
     const int index = record.shapeindex;
@@ -110,7 +101,7 @@ void RestoreRecord(const UndoRecord& record)
     if (!IsStillThere(record)) {
         return;
     }
-    EndConstruction();
+    EndNewShapeTool();
     mainview.action = TOOL_NONE;
     mstate = POINTER_IDLE;
     ForgetPressedElements();

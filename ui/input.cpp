@@ -2,7 +2,9 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/duplicationclicks.h"
 #include "geometry/editing.h"
+#include "geometry/newpoints.h"
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/treeedit.h"
@@ -93,15 +95,29 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     return TRUE;
 }
 
+void ClickConstruction(int action)
+{
+    if (newsign != 0) {
+        PutNewPoints(action);
+    } else {
+        PutDPoints(duplicateshape, duplicateside, action);
+    }
+    rdstate |= redrawwanted;
+}
+
 static void LeftPressed()
 {
     if (IsUnderConstruction() && keyspace == 0) {
+        ClickConstruction(CLICK_ADD);
         return;
     }
     if (activepointer == nullptr) {
         return;
     }
-    if (activepointer->type == ELEMENT_STRIPE) {
+    if (activepointer->type == ELEMENT_POINT) {
+        newsign = duplicatesign == 0 ? 1 : newsign; // a new side starts here
+        ClickConstruction(CLICK_ADD);
+    } else if (activepointer->type == ELEMENT_STRIPE) {
         AddPoint(int(activepointer - activestripes));
         rdstate |= redrawwanted;
     } else if (activepointer->type == ELEMENT_SIDE) {
@@ -113,7 +129,11 @@ static void LeftPressed()
 
 static void MiddlePressed()
 {
-    if (IsUnderConstruction() || activepointer == nullptr) {
+    if (IsUnderConstruction()) {
+        ClickConstruction(CLICK_TAKEBACK);
+        return;
+    }
+    if (activepointer == nullptr) {
         return;
     }
     if (activepointer->type == ELEMENT_POINT) {

@@ -76,6 +76,10 @@ int KeyRelease(void* data, GdkEventKey* event);
 // drag.
 void ActionType(GtkWidget* item, void* tool);
 
+// A click that goes to the polygon or path under construction; `action` is a ClickAction. Asks for
+// a redraw.
+void ClickConstruction(int action);
+
 // The elements under the last press are no longer those of the lists.
 void ForgetPressedElements();
 

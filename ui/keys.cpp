@@ -129,6 +129,9 @@ static bool PressEditKey(guint key)
 static bool PressPlainKey(guint key)
 {
     switch (key) {
+    case GDK_KEY_n:
+        Toggle(toolbutton_news);
+        return true;
     case GDK_KEY_g:
         Toggle(toolbutton_gradient);
         return true;

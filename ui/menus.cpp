@@ -1,7 +1,9 @@
 #include "ui/menus.h"
 
 #include "geometry/construction.h"
+#include "geometry/duplicationclicks.h"
 #include "geometry/marks.h"
+#include "geometry/newpoints.h"
 #include "scene/clipboard.h"
 #include "scene/treeedit.h"
 #include "scene/treeview.h"
@@ -117,7 +119,7 @@ static void AddSelectionGroup(GtkWidget* menu)
 static void MakeTreeMenu()
 {
     const ItemRow rows[] = {
-        {ITEM_IMAGE, "New shape...", "gtk-new", nullptr, toolbutton_news},
+        {ITEM_IMAGE, "New shape...", "gtk-new", G_CALLBACK(NewShapeFromMenu), toolbutton_news},
         {ITEM_IMAGE, "New folder...", "gtk-directory", G_CALLBACK(NewFolder)},
         {ITEM_IMAGE, "Copy", "gtk-copy", G_CALLBACK(CopySelected), nullptr, &menucopys},
         {ITEM_IMAGE, "Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
@@ -134,7 +136,7 @@ static void MakeSideMenu()
     const ItemRow rows[] = {
         {ITEM_CHECK, "Border of side set edge", nullptr, G_CALLBACK(SetBorder), nullptr,
          &menuborder},
-        {ITEM_IMAGE, "Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
+        {ITEM_IMAGE, "Duplicate side", "gtk-copy", G_CALLBACK(Duplicate), nullptr, &menuduplicate},
         {ITEM_SEPARATOR},
     };
     sidemenu = gtk_menu_new();
@@ -173,7 +175,7 @@ static void MakeStripeMenu()
 static void MakeBackgroundMenus()
 {
     const ItemRow rows[] = {
-        {ITEM_IMAGE, "New Shape", "gtk-new"},
+        {ITEM_IMAGE, "New Shape", "gtk-new", G_CALLBACK(MenuNewShape)},
         {ITEM_SEPARATOR},
     };
     bgmenu = gtk_menu_new();

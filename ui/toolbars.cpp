@@ -2,6 +2,7 @@
 
 #include "export/image.h"
 #include "geometry/construction.h"
+#include "geometry/newpoints.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
 #include "scene/treeedit.h"
@@ -55,7 +56,7 @@ static const ButtonRow filebuttons[] = {
 };
 
 static const ButtonRow editbuttons[] = {
-    {BUTTON_TOGGLE, "gtk-new", "New shape... Key: N", nullptr, 0, &toolbutton_news},
+    {BUTTON_TOGGLE, "gtk-new", "New shape... Key: N", G_CALLBACK(NewShape), 0, &toolbutton_news},
     {BUTTON_PLAIN, "gtk-directory", "New folder...", G_CALLBACK(NewFolder)},
     {BUTTON_PLAIN, "gtk-delete", "Delete selected Key: Del", G_CALLBACK(DelSelected)},
     {BUTTON_SEPARATOR},

@@ -92,9 +92,22 @@ static GtkWidget* PrepareMenu()
     }
 }
 
+// False when the button is up already. Its handler ends the tool.
+static bool ReleaseNewShapeButton()
+{
+    GtkToggleToolButton* button = GTK_TOGGLE_TOOL_BUTTON(toolbutton_news);
+    const bool pressed = gtk_toggle_tool_button_get_active(button) != FALSE;
+    gtk_toggle_tool_button_set_active(button, FALSE);
+    return pressed;
+}
+
 void RightPressed(GdkEventButton* event)
 {
+    if (newsign != 0 && ReleaseNewShapeButton()) {
+        return;
+    }
     if (IsUnderConstruction()) {
+        ClickConstruction(CLICK_FINISH);
         return;
     }
     gtk_menu_popup(GTK_MENU(PrepareMenu()), nullptr, nullptr, nullptr, nullptr, event->button,

@@ -32,9 +32,7 @@ protected:
     static void AddCenters()
     {
         const float centers[2][3] = {{-0.3F, 0.3F, 0}, {-0.2F, 0.3F, 0}};
-        for (const float* center : centers) {
-            AddCenterPoint(center);
-        }
+        AddCenterPoints(centers, 2);
     }
 
     static void AddPoints(int number)
@@ -137,16 +135,40 @@ TEST_F(Construction, FollowsTheCamera)
     EXPECT_EQ(GetPickedNewPoint(), 0);
 }
 
-TEST_F(Construction, TakesChangedDepthsToTheWorld)
+// On the screen the line runs from (0.3, 0) up to (0.3, 0.4) and back to the first point, seen
+// twice as large as it is.
+TEST_F(Construction, ClosesTheLineOnThePointUnderThePointer)
 {
-    AddPoints(3);
     mainview.scale = 2;
     TransferAllShape();
-    rotated[1][2] = 0.5F;
-    PlaceNewPoints();
-    EXPECT_FLOAT_EQ(newpoints[1][2], 0.25F);
-    EXPECT_FLOAT_EQ(newpoints[1][1], 0.1F);
-    EXPECT_FLOAT_EQ(newpoints[2][1], 0.2F);
+    AddPoints(5);
+    GetNewPointRecords()[3].active = 1;
+    FindAt(0.3F, 0.3F);
+    rotated[3][2] = 0.6F;
+    CloseLine(0);
+    ASSERT_EQ(newpointnumber, 6);
+    EXPECT_EQ(GetPickedNewPoint(), 3);
+    EXPECT_TRUE(AreRecordsInStep());
+    EXPECT_FLOAT_EQ(newpoints[5][1], 0.15F);
+    EXPECT_FLOAT_EQ(newpoints[5][2], 0.3F);
+    EXPECT_FLOAT_EQ(newpoints[0][2], 0.0F);
+    EXPECT_FLOAT_EQ(newpoints[1][2], 0.1F); // a third of the way up
+    EXPECT_FLOAT_EQ(newpoints[2][2], 0.2F);
+    EXPECT_FLOAT_EQ(newpoints[4][2], 0.4F); // beyond
+    EXPECT_FLOAT_EQ(newpoints[4][1], 0.2F);
+}
+
+TEST_F(Construction, KeepsTheDepthsBeforeTheFixedPoint)
+{
+    AddPoints(5);
+    GetNewPointRecords()[0].active = 1;
+    FindAt(0.3F, 0);
+    CloseLine(2);
+    EXPECT_FLOAT_EQ(newpoints[1][2], 0.1F);
+    EXPECT_FLOAT_EQ(newpoints[2][2], 0.2F);
+    EXPECT_FLOAT_EQ(newpoints[3][2], 0.3F); // from 0.2 at height 0.2 to 0 at height 0
+    EXPECT_FLOAT_EQ(newpoints[4][2], 0.4F);
+    EXPECT_FLOAT_EQ(newpoints[5][2], 0.0F);
 }
 
 TEST_F(Construction, DropsTheLastPointWithItsRecord)

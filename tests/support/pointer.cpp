@@ -1,7 +1,6 @@
 #include "tests/support/pointer.h"
 
-#include "geometry/construction.h"
-#include "geometry/duplication.h"
+#include "geometry/creation.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
@@ -25,8 +24,7 @@ void PointerTest::SetUp()
     width = 1000;
     height = 800;
     camposition = cameraframes;
-    newsign = 0;
-    duplicatesign = 0;
+    EndNewShapeTool();
     keyspace = 0;
     mstate = POINTER_IDLE;
     runtime = 0;

@@ -2,6 +2,7 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/duplicationclicks.h"
 #include "scene/model.h"
 #include "tests/support/pointer.h"
 #include "tests/support/shapes.h"
@@ -218,6 +219,90 @@ TEST_F(Input, LetsClicksReachASideDuringAConstructionWhileSpaceIsHeld)
     EXPECT_EQ(camposition, 0);
     KeyRelease(nullptr, &key);
     EXPECT_EQ(activepointer, nullptr);
+}
+
+TEST_F(Input, LeadsClicksToTheShapeUnderConstruction)
+{
+    GtkToggleToolButton* button = GTK_TOGGLE_TOOL_BUTTON(toolbutton_news);
+    gtk_toggle_tool_button_set_active(button, TRUE);
+    for (int i = 1; i <= 3; i++) {
+        rdstate = 0;
+        Click(left, 400 + 80 * i, 400);
+        EXPECT_EQ(newpointnumber, i);
+        EXPECT_EQ(rdstate, redrawwanted);
+    }
+    EXPECT_FLOAT_EQ(newpoints[1][0], 0.075F); // 60 pixels right of the middle
+    rdstate = 0;
+    Click(middle, x, y);
+    EXPECT_EQ(newpointnumber, 2);
+    EXPECT_EQ(rdstate, redrawwanted);
+    Click(right, x, y);
+    EXPECT_EQ(newpointnumber, 0);
+    EXPECT_EQ(newsign, 0);
+    EXPECT_FALSE(gtk_toggle_tool_button_get_active(button));
+}
+
+TEST_F(Input, StartsANewSideByAClickOnAPoint)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Click(left, 500, 160); // 0.3 above the middle
+    EXPECT_EQ(newsign, 1);
+    ASSERT_EQ(newpointnumber, 1);
+    EXPECT_FLOAT_EQ(newpoints[0][1], 0.3F);
+    rdstate = 0;
+    GdkEventButton event = {};
+    event.button = right;
+    RightPressed(&event); // the button of the tool is up
+    EXPECT_EQ(newsign, 0);
+    EXPECT_EQ(newpointnumber, 0);
+    EXPECT_EQ(rdstate, redrawwanted);
+}
+
+TEST_F(Input, LeadsClicksToTheDuplicateUnderConstruction)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    duplicateshape = 0;
+    duplicateside = 0;
+    Duplicate();
+    Click(left, 700, 400);
+    EXPECT_EQ(newpointnumber, 2);
+    Click(left, 700, 200);
+    EXPECT_EQ(newpointnumber, 3);
+    Click(middle, x, y);
+    EXPECT_EQ(newpointnumber, 2);
+    rdstate = 0;
+    Click(right, x, y); // the path is left open
+    EXPECT_EQ(duplicatesign, 0);
+    EXPECT_EQ(shapes[0]->sidenumber, 3 + 2);
+    EXPECT_EQ(rdstate, redrawwanted);
+}
+
+TEST_F(Input, TurnsTheViewByADragDuringAConstruction)
+{
+    gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), TRUE);
+    Click(left, x, y);
+    DrawFrame();
+    Press(left);
+    Move(560, 400);
+    DrawFrame();
+    Move(580, 400);
+    Release(left);
+    EXPECT_TRUE(IsTurned());
+    EXPECT_EQ(newpointnumber, 1);
+}
+
+TEST_F(Input, ReachesPointsOfAConstructionWhileSpaceIsHeld)
+{
+    gtk_toggle_tool_button_set_active(GTK_TOGGLE_TOOL_BUTTON(toolbutton_news), TRUE);
+    const int places[3][2] = {{420, 400}, {580, 400}, {580, 240}};
+    for (const auto& place : places) {
+        Click(left, place[0], place[1]);
+    }
+    keyspace = 1;
+    Click(left, 660, 400); // nothing is there
+    EXPECT_EQ(newpointnumber, 3);
+    Click(left, 420, 400); // the first point, on which the polygon is closed
+    EXPECT_EQ(shapenumber, 1);
 }
 
 TEST_F(Input, AsksForAFrameWhenAConstructionFollowsThePointer)

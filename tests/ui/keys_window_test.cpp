@@ -1,5 +1,6 @@
 // The keys of the window, row by row.
 #include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "scene/undo.h"
@@ -64,8 +65,7 @@ protected:
         mainview = start;
         mainview.bgshape = BACKGROUND_NONE;
         camposition = cameraframes;
-        newsign = 0;
-        duplicatesign = 0;
+        EndNewShapeTool();
         keyspace = 0;
         rdstate = 0;
     }
@@ -135,6 +135,16 @@ TEST_F(Keys, FAndBMoveTheSceneForwardAndBack)
         EXPECT_EQ(Press(row.key), TRUE);
         ExpectCenter(0, 0, row.z);
     }
+}
+
+TEST_F(Keys, NTogglesTheNewShapeTool)
+{
+    EXPECT_EQ(Press(GDK_KEY_n), TRUE);
+    EXPECT_TRUE(IsPressed(toolbutton_news));
+    EXPECT_EQ(newsign, 1);
+    EXPECT_EQ(Press(GDK_KEY_N), TRUE);
+    EXPECT_FALSE(IsPressed(toolbutton_news));
+    EXPECT_EQ(newsign, 0);
 }
 
 TEST_F(Keys, GTogglesTheGradient)

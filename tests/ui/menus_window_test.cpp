@@ -1,6 +1,9 @@
 #include "ui/menus.h"
 
+#include "geometry/construction.h"
+#include "geometry/duplicationclicks.h"
 #include "geometry/marks.h"
+#include "geometry/newpoints.h"
 #include "scene/clipboard.h"
 #include "scene/treeedit.h"
 #include "scene/treeview.h"
@@ -108,7 +111,7 @@ TEST(Menus, OfferTheCommandsOfTheTree)
 {
     ShowMainWindow();
     ExpectMenu(treemenu,
-               {{"New shape...", "gtk-new"},
+               {{"New shape...", "gtk-new", G_CALLBACK(NewShapeFromMenu), toolbutton_news},
                 {"New folder...", "gtk-directory", G_CALLBACK(NewFolder)},
                 {"Copy", "gtk-copy", G_CALLBACK(CopySelected), nullptr, &menucopys},
                 {"Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
@@ -123,7 +126,7 @@ TEST(Menus, OfferTheCommandsOfASideWithItsShapeAndTheSelection)
     ExpectMenu(
         sidemenu,
         Join({{{"Border of side set edge", nullptr, G_CALLBACK(SetBorder), nullptr, &menuborder},
-               {"Duplicate side", "gtk-copy", nullptr, nullptr, &menuduplicate},
+               {"Duplicate side", "gtk-copy", G_CALLBACK(Duplicate), nullptr, &menuduplicate},
                {}},
               sidegroup,
               MakeShapeGroup(1),
@@ -156,8 +159,9 @@ TEST(Menus, OfferTheCommandsOfAStripeWithItsShapeAndTheSelection)
 TEST(Menus, OfferANewShapeOverTheBackground)
 {
     ShowMainWindow();
-    ExpectMenu(bgmenu, {{"New Shape", "gtk-new"}});
-    ExpectMenu(bgmenu2, Join({{{"New Shape", "gtk-new"}, {}}, selectiongroup}));
+    const Item newshape = {"New Shape", "gtk-new", G_CALLBACK(MenuNewShape)};
+    ExpectMenu(bgmenu, {newshape});
+    ExpectMenu(bgmenu2, Join({{newshape, {}}, selectiongroup}));
 }
 
 TEST(Menus, HaveNothingCheckedAtTheStart)

@@ -2,6 +2,7 @@
 
 #include "export/image.h"
 #include "geometry/construction.h"
+#include "geometry/newpoints.h"
 #include "scene/objexport.h"
 #include "scene/scenefile.h"
 #include "scene/treeedit.h"
@@ -136,7 +137,8 @@ TEST(Toolbars, OfferTheFileCommandsFirst)
 TEST(Toolbars, OfferTheEditCommandsSecond)
 {
     ExpectToolbar(
-        1, {{toggle, "gtk-new", "New shape... Key: N", false, nullptr, 0, &toolbutton_news},
+        1, {{toggle, "gtk-new", "New shape... Key: N", false, G_CALLBACK(NewShape), 0,
+             &toolbutton_news},
             {plain, "gtk-directory", "New folder...", false, G_CALLBACK(NewFolder)},
             {plain, "gtk-delete", "Delete selected Key: Del", false, G_CALLBACK(DelSelected)},
             {separator},

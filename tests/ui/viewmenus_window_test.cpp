@@ -1,12 +1,14 @@
 #include "ui/viewmenus.h"
 
 #include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "scene/undo.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
+#include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 
@@ -29,8 +31,7 @@ protected:
     {
         ShowMainWindow();
         StartEmptyScene();
-        newsign = 0;
-        duplicatesign = 0;
+        EndNewShapeTool();
         duplicateshape = -1;
         duplicateside = -1;
         ForgetPressedElements();
@@ -192,9 +193,23 @@ TEST_F(ViewMenus, StayAwayWhileAShapeOrADuplicateIsUnderConstruction)
     AddToScene(Square(), "square");
     newsign = 1;
     EXPECT_EQ(ClickRight(nullptr), nullptr);
-    newsign = 0;
+    EXPECT_EQ(newsign, 0); // it is given up instead
     duplicatesign = 1;
     EXPECT_EQ(ClickRight(&activesides[0]), nullptr);
+    EXPECT_EQ(duplicatesign, 0);
+    EXPECT_EQ(ClickRight(&activesides[0]), sidemenu);
+}
+
+TEST_F(ViewMenus, LetTheNewShapeButtonUpInstead)
+{
+    GtkToggleToolButton* button = GTK_TOGGLE_TOOL_BUTTON(toolbutton_news);
+    gtk_toggle_tool_button_set_active(button, TRUE);
+    rdstate = 0;
+    EXPECT_EQ(ClickRight(nullptr), nullptr);
+    EXPECT_FALSE(gtk_toggle_tool_button_get_active(button));
+    EXPECT_EQ(newsign, 0);
+    EXPECT_EQ(rdstate, redrawwanted);
+    EXPECT_EQ(ClickRight(nullptr), bgmenu);
 }
 
 } // namespace korvane
