@@ -9,13 +9,12 @@
 #include "scene/treeview.h"
 #include "tests/support/camera.h"
 #include "tests/support/invariants.h"
+#include "tests/support/savedscene.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 #include <string>
 #include <vector>
@@ -24,20 +23,6 @@ namespace korvane
 {
 
 using namespace korvane::testing;
-
-// What a saved file would hold.
-static std::string GetSceneText()
-{
-    char* bytes = nullptr;
-    std::size_t length = 0;
-    FILE* file = open_memstream(&bytes, &length);
-    FolderSave(file, 0, 1);
-    ShapeSave(file, 0);
-    std::fclose(file);
-    const std::string text(bytes, length);
-    std::free(bytes);
-    return text;
-}
 
 class UndoHistory : public StartViewTest
 {
