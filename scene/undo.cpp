@@ -64,7 +64,7 @@ void PushScene()
 // earlier undo saved there before it only flew is old by now: its place is used again.
 static void SavePresent()
 {
-    const UndoRecord newest = puffer[pindex - 1];
+    const UndoRecord& newest = puffer[pindex - 1];
     if (IsStillThere(newest)) {
         AddRecord(SaveLike(newest));
         pindex--;
