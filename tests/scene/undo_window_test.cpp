@@ -3,12 +3,14 @@
 
 #include "geometry/construction.h"
 #include "geometry/finishedit.h"
+#include "geometry/newpoints.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/scenefile.h"
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "tests/support/camera.h"
+#include "tests/support/constructionscene.h"
 #include "tests/support/invariants.h"
 #include "tests/support/widgets.h"
 #include "view/frameloop.h"
@@ -17,7 +19,7 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
-#include <string>
+#include <array>
 
 namespace korvane
 {
@@ -166,6 +168,67 @@ TEST_F(UndoInTheWindow, ReleasesTheButtonOfADrawingThatItEnds)
     EXPECT_EQ(newsign, 0);
     EXPECT_EQ(newpointnumber, 0);
     EXPECT_EQ(FindBrokenRule(), "");
+}
+
+class UndoOfADrawing : public ConstructionScene
+{
+protected:
+    static void Click(float x, float y)
+    {
+        PointAt(x, y);
+        PutNewPoints(CLICK_ADD);
+        ExpectSound();
+    }
+};
+
+TEST_F(UndoOfADrawing, TakesTheShapeOutAndRedoBringsItBack)
+{
+    MenuNewShape();
+    Click(0, 0);
+    Click(0.2F, 0);
+    Click(0, 0.2F);
+    Click(0, 0);
+    ASSERT_EQ(shapenumber, 1);
+    Undo();
+    EXPECT_EQ(shapenumber, 0);
+    Redo();
+    ASSERT_EQ(shapenumber, 1);
+    EXPECT_EQ(PlaceOf(shapes[0], 1), (std::array<float, 3>{0.2F, 0, 0}));
+    EXPECT_EQ(pnumber, 1);
+    ExpectSound();
+}
+
+TEST_F(UndoOfADrawing, OnTheWayEndsIt)
+{
+    MenuNewShape();
+    Click(0, 0);
+    Click(0.2F, 0);
+    Undo();
+    EXPECT_FALSE(IsUnderConstruction());
+    EXPECT_EQ(newpointnumber, 0);
+    EXPECT_EQ(shapenumber, 0);
+    ExpectSound();
+}
+
+// The flight leaves the drawing alone, and the shape that it becomes is part of the present.
+TEST_F(UndoOfADrawing, ThatOnlyFliesLetsItGoOn)
+{
+    MenuNewShape();
+    Click(0, 0);
+    Click(0.2F, 0);
+    mainview.center[0] = 0.1F;
+    RefreshView();
+    Undo();
+    PlayFlight();
+    EXPECT_TRUE(IsUnderConstruction());
+    Click(0, 0.2F);
+    Click(0, 0);
+    ASSERT_EQ(shapenumber, 1);
+    Undo();
+    EXPECT_EQ(shapenumber, 0);
+    Redo();
+    EXPECT_EQ(shapenumber, 1);
+    ExpectSound();
 }
 
 } // namespace korvane
