@@ -155,6 +155,9 @@ TEST_F(Edit, MovesAPointByDraggingItAtItsDepth)
     ASSERT_EQ(shape->pointnumber, 8);
     ExpectPlace(*shape, 6, 0.4, 0.3, 0.05);
     ExpectPlace(*shape, 2, 0.3, 0.2, -0.15); // the one behind it
+    journey.Key("z");                        // the whole drag is one undo step
+    journey.LookWhenStill();
+    ExpectPlace(*SaveShape(), 6, 0.3, 0.2, 0.05);
 }
 
 TEST_F(Edit, RemovesAnEdgeAndThenACornerWithTheMiddleButton)
@@ -170,6 +173,17 @@ TEST_F(Edit, RemovesAnEdgeAndThenACornerWithTheMiddleButton)
     shape = SaveShape();
     EXPECT_EQ(shape->sidenumber, 3);
     EXPECT_EQ(shape->pointnumber, 6);
+}
+
+TEST_F(Edit, RemovesAShapeWithTheMiddleButtonOnASide)
+{
+    Start(BoxScene());
+    Click(0.2, 0.15, 2);
+    EXPECT_EQ(LookWithoutPointer().Count(IsYellow), 0);
+    EXPECT_TRUE(Save().shapes.empty());
+    journey.Key("z");
+    EXPECT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
+    EXPECT_EQ(SaveShape()->sidenumber, 6);
 }
 
 TEST_F(Edit, MarksAnEdgeAsACreaseWithItsMenu)
