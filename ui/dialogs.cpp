@@ -1,12 +1,12 @@
 #include "ui/dialogs.h"
 
 #include "ui/input.h"
+#include "ui/modaldialog.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
 
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -22,24 +22,8 @@ static Block<char[]> scene;
 static Block<char[]> image;
 static Block<char[]> obj;
 static Block<char[]> png;
-static bool first = true; // no open-scene dialog has yet started in the examples
-
-struct DialogDeleter {
-    void operator()(GtkWidget* dialog) const
-    {
-        gtk_widget_destroy(dialog);
-        g_object_unref(dialog);
-    }
-};
-using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
-
-// Holds a reference beside the toolkit's: the main window may take its dialogs along while they
-// run.
-static Dialog HoldDialog(GtkWidget* dialog)
-{
-    g_object_ref(dialog);
-    return Dialog(dialog);
-}
+static bool returnpressed = false; // Return has gone down in the entry of GetName
+static bool first = true;          // no open-scene dialog has yet started in the examples
 
 static Block<char[]> CopyText(const char* text)
 {
@@ -63,19 +47,6 @@ int QuestionDialog(const char* text)
 {
     const int response = RunMessage(GTK_MESSAGE_QUESTION, GTK_BUTTONS_YES_NO, text);
     return response == GTK_RESPONSE_YES ? 1 : 0;
-}
-
-static Dialog MakeModalDialog(const char* title, const char* acceptbutton)
-{
-    const auto flags = GtkDialogFlags(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT);
-    return HoldDialog(gtk_dialog_new_with_buttons(title, GTK_WINDOW(mainwindow), flags,
-                                                  GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL,
-                                                  acceptbutton, GTK_RESPONSE_OK, nullptr));
-}
-
-static GtkContainer* GetContentOf(const Dialog& dialog)
-{
-    return GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog.get())));
 }
 
 struct FileKind {
@@ -213,10 +184,17 @@ Block<char[]> FileDialog(int mode)
     return name;
 }
 
-// Return accepts the name; every other key passes.
+static gboolean SeeKeyPressInEntry(GtkWidget*, GdkEventKey* event)
+{
+    returnpressed = returnpressed || event->keyval == GDK_KEY_Return;
+    return FALSE;
+}
+
+// Return accepts the name; every other key passes, and so does a Return that was pressed
+// elsewhere, on the menu item that has opened the dialog.
 static gboolean EntrySignalFromGetName(GtkWidget*, GdkEventKey* event, GtkDialog* dialog)
 {
-    if (event->keyval != GDK_KEY_Return) {
+    if (event->keyval != GDK_KEY_Return || !returnpressed) {
         return FALSE;
     }
     gtk_dialog_response(dialog, GTK_RESPONSE_OK);
@@ -232,6 +210,7 @@ static GtkEntry* AddNameEntry(const Dialog& dialog, const char* prompt, const ch
     GtkWidget* entry = gtk_entry_new();
     gtk_entry_set_text(GTK_ENTRY(entry), text);
     gtk_editable_select_region(GTK_EDITABLE(entry), 0, -1);
+    g_signal_connect(entry, "key-press-event", G_CALLBACK(SeeKeyPressInEntry), nullptr);
     g_signal_connect(entry, "key-release-event", G_CALLBACK(EntrySignalFromGetName), dialog.get());
 
     GtkWidget* box = gtk_vbox_new(FALSE, 5);
@@ -261,6 +240,7 @@ Block<char[]> GetName(const char* title, const char* prompt, const char* text)
 {
     const Dialog dialog = MakeModalDialog(title, GTK_STOCK_OK);
     GtkEntry* entry = AddNameEntry(dialog, prompt, text);
+    returnpressed = false;
     if (gtk_dialog_run(GTK_DIALOG(dialog.get())) != GTK_RESPONSE_OK) {
         return nullptr;
     }

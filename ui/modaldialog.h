@@ -1,0 +1,37 @@
+// The modal dialogs of the main window, as those who build them share them.
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <memory>
+
+namespace korvane
+{
+
+struct DialogDeleter {
+    void operator()(GtkWidget* dialog) const
+    {
+        gtk_widget_destroy(dialog);
+        g_object_unref(dialog);
+    }
+};
+using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
+
+// Holds a reference beside the toolkit's: the main window may take its dialogs along while they
+// run.
+inline Dialog HoldDialog(GtkWidget* dialog)
+{
+    g_object_ref(dialog);
+    return Dialog(dialog);
+}
+
+// An empty one with a cancel and an accept button. It runs with gtk_dialog_run and goes with what
+// is returned.
+Dialog MakeModalDialog(const char* title, const char* acceptbutton);
+
+inline GtkContainer* GetContentOf(const Dialog& dialog)
+{
+    return GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog.get())));
+}
+
+} // namespace korvane
