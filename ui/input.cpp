@@ -330,18 +330,23 @@ int MouseScroll(GtkWidget*, GdkEventScroll* event)
     return TRUE;
 }
 
+int GetPressedShape()
+{
+    for (const Location& place :
+         {LocateSide(buttonpresssideactive), LocateStripe(buttonpressstripeactive),
+          LocatePoint(buttonpresspointactive)}) {
+        if (place.shape >= 0) {
+            return place.shape;
+        }
+    }
+    return -1;
+}
+
 // The side that a move tool works on, or the shape of what was pressed.
 static void FindMoveTarget()
 {
-    Location place = LocateSide(buttonpresssideactive);
-    srsidenumber = place.index;
-    if (place.shape < 0) {
-        place = LocateStripe(buttonpressstripeactive);
-    }
-    if (place.shape < 0) {
-        place = LocatePoint(buttonpresspointactive);
-    }
-    srshapenumber = place.shape;
+    srsidenumber = LocateSide(buttonpresssideactive).index;
+    srshapenumber = GetPressedShape();
 }
 
 void ActionType(GtkWidget*, void* tool)

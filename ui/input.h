@@ -80,6 +80,10 @@ void ActionType(GtkWidget* item, void* tool);
 // a redraw.
 void ClickConstruction(int action);
 
+// The shape of the side, the stripe or the point that was pressed last, asked for in this order; -1
+// without one.
+int GetPressedShape();
+
 // The elements under the last press are no longer those of the lists.
 void ForgetPressedElements();
 

@@ -7,6 +7,7 @@
 #include "scene/clipboard.h"
 #include "scene/treeedit.h"
 #include "scene/treeview.h"
+#include "ui/coloredit.h"
 #include "ui/iconimage.h"
 #include "ui/input.h"
 #include "ui/viewmenus.h"
@@ -82,7 +83,7 @@ static void AddItems(GtkWidget* menu, std::span<const ItemRow> rows)
 static void AddSideGroup(GtkWidget* menu)
 {
     const ItemRow rows[] = {
-        {ITEM_IMAGE, "Set color of side", "gtk-select-color"},
+        {ITEM_IMAGE, "Set color of side", "gtk-select-color", G_CALLBACK(ColorSide)},
         {ITEM_IMAGE, "Move side", missingimage, nullptr, Number(1)},
         {ITEM_IMAGE, "Rotate side", missingimage, nullptr, Number(2)},
         {ITEM_IMAGE, "Scale side", missingimage, nullptr, Number(3)},
@@ -95,7 +96,7 @@ static void AddSideGroup(GtkWidget* menu)
 static void AddShapeGroup(GtkWidget* menu, int source)
 {
     const ItemRow rows[] = {
-        {ITEM_IMAGE, "Set color of shape", "gtk-select-color"},
+        {ITEM_IMAGE, "Set color of shape", "gtk-select-color", G_CALLBACK(ColorShape)},
         {ITEM_IMAGE, "Move shape", missingimage, nullptr, Number(4)},
         {ITEM_IMAGE, "Rotate shape", missingimage, nullptr, Number(5)},
         {ITEM_IMAGE, "Scale shape", missingimage, nullptr, Number(6)},
@@ -108,7 +109,7 @@ static void AddShapeGroup(GtkWidget* menu, int source)
 static void AddSelectionGroup(GtkWidget* menu)
 {
     const ItemRow rows[] = {
-        {ITEM_IMAGE, "Set color of selected", "gtk-select-color"},
+        {ITEM_IMAGE, "Set color of selected", "gtk-select-color", G_CALLBACK(ColorSelected)},
         {ITEM_IMAGE, "Move selected", missingimage, nullptr, Number(7)},
         {ITEM_IMAGE, "Rotate selected", missingimage, nullptr, Number(8)},
         {ITEM_IMAGE, "Scale selected", missingimage, nullptr, Number(9)},
@@ -125,7 +126,8 @@ static void MakeTreeMenu()
         {ITEM_IMAGE, "Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
         {ITEM_IMAGE, "Rename", "gtk-refresh", G_CALLBACK(RenameSelected), nullptr, &menurename},
         {ITEM_IMAGE, "Delete", "gtk-delete", G_CALLBACK(DelSelected), nullptr, &menudels},
-        {ITEM_IMAGE, "Set color", "gtk-select-color", nullptr, nullptr, &menucolor},
+        {ITEM_IMAGE, "Set color", "gtk-select-color", G_CALLBACK(ColorSelected), nullptr,
+         &menucolor},
     };
     treemenu = gtk_menu_new();
     AddItems(treemenu, rows);

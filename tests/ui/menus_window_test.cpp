@@ -8,6 +8,7 @@
 #include "scene/treeedit.h"
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
+#include "ui/coloredit.h"
 #include "ui/viewmenus.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +31,7 @@ using Items = std::vector<Item>;
 static const char colour[] = "gtk-select-color";
 static const char missing[] = "gtk-missing_image"; // with the underscore
 
-static const Items sidegroup = {{"Set color of side", colour},
+static const Items sidegroup = {{"Set color of side", colour, G_CALLBACK(ColorSide)},
                                 {"Move side", missing},
                                 {"Rotate side", missing},
                                 {"Scale side", missing},
@@ -38,7 +39,7 @@ static const Items sidegroup = {{"Set color of side", colour},
 // `source` is what the menu belongs to: 1 a side, 2 a point, 3 a stripe.
 static Items MakeShapeGroup(int source)
 {
-    return {{"Set color of shape", colour},
+    return {{"Set color of shape", colour, G_CALLBACK(ColorShape)},
             {"Move shape", missing},
             {"Rotate shape", missing},
             {"Scale shape", missing},
@@ -46,7 +47,7 @@ static Items MakeShapeGroup(int source)
             {}};
 }
 
-static const Items selectiongroup = {{"Set color of selected", colour},
+static const Items selectiongroup = {{"Set color of selected", colour, G_CALLBACK(ColorSelected)},
                                      {"Move selected", missing},
                                      {"Rotate selected", missing},
                                      {"Scale selected", missing}};
@@ -117,7 +118,7 @@ TEST(Menus, OfferTheCommandsOfTheTree)
                 {"Paste", "gtk-paste", G_CALLBACK(PasteSelected), nullptr, &menupastes},
                 {"Rename", "gtk-refresh", G_CALLBACK(RenameSelected), nullptr, &menurename},
                 {"Delete", "gtk-delete", G_CALLBACK(DelSelected), nullptr, &menudels},
-                {"Set color", colour, nullptr, nullptr, &menucolor}});
+                {"Set color", colour, G_CALLBACK(ColorSelected), nullptr, &menucolor}});
 }
 
 TEST(Menus, OfferTheCommandsOfASideWithItsShapeAndTheSelection)
