@@ -158,9 +158,9 @@ TEST_F(Editing, PointMoveMovesANewPointOfAConstruction)
 TEST_F(Editing, PointMoveNeverMovesACentre)
 {
     AddToView(Square());
-    const float center[3] = {0.5F, 0.5F, 0};
+    const float centers[1][3] = {{0.5F, 0.5F, 0}};
     const float path[3] = {0.1F, 0.2F, 0.3F};
-    AddCenterPoint(center);
+    AddCenterPoints(centers, 1);
     AddNewPoint(path);
     PointMove(4, 0.4F, 0.25F, 1);
     EXPECT_FLOAT_EQ(rcenterpoints[0][0], 0.5F);
