@@ -5,10 +5,13 @@
 #include "geometry/duplicationclicks.h"
 #include "geometry/editing.h"
 #include "geometry/newpoints.h"
+#include "geometry/transforms.h"
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/treeedit.h"
+#include "scene/undo.h"
 #include "ui/dialogs.h"
+#include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"
@@ -171,6 +174,17 @@ static void DragStripe()
     pressmissed = point < 0;
 }
 
+static void MoveByTool(float startx, float starty)
+{
+    if (mainview.action == MOVE_SIDE) {
+        SideMove(srshapenumber, srsidenumber, startx, starty, gmouse[0], gmouse[1]);
+    } else if (mainview.action == MOVE_SHAPE) {
+        ShapeMove(srshapenumber, startx, starty, gmouse[0], gmouse[1]);
+    } else if (mainview.action == MOVE_SELECTED) {
+        SelectedMove(startx, starty, gmouse[0], gmouse[1]);
+    }
+}
+
 // At most one step is taken per drawn frame.
 static void LeftDraw(int phase)
 {
@@ -184,6 +198,7 @@ static void LeftDraw(int phase)
         return;
     }
     if (mainview.action != TOOL_NONE) {
+        MoveByTool(startx, starty);
         if (phase == DRAG_RELEASE) {
             mainview.action = TOOL_NONE;
             SetActives();
@@ -342,21 +357,39 @@ int GetPressedShape()
     return -1;
 }
 
-// The side that a move tool works on, or the shape of what was pressed.
-static void FindMoveTarget()
+static void StartMove()
 {
-    srsidenumber = LocateSide(buttonpresssideactive).index;
-    srshapenumber = GetPressedShape();
+    if (!FindTransformTarget()) {
+        mainview.action = TOOL_NONE;
+        SetActives();
+        return;
+    }
+    if (mainview.action == MOVE_SELECTED) {
+        PushScene();
+    } else {
+        PushShape(srshapenumber);
+    }
+    PrintStatusBar(" Drag with the left button to move");
 }
 
 void ActionType(GtkWidget*, void* tool)
 {
     mainview.action = GPOINTER_TO_INT(tool);
     SetActivesOff();
-    if (mainview.action == MOVE_SIDE || mainview.action == MOVE_SHAPE) {
-        FindMoveTarget();
+    switch (mainview.action) {
+    case ROTATE_SIDE:
+    case ROTATE_SHAPE:
+    case ROTATE_SELECTED:
+        RotateDialog();
+        break;
+    case SCALE_SIDE:
+    case SCALE_SHAPE:
+    case SCALE_SELECTED:
+        ScaleDialog();
+        break;
+    default:
+        StartMove();
     }
-    PrintStatusBar(" Drag with the left button to move");
 }
 
 } // namespace korvane

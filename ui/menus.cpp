@@ -78,15 +78,14 @@ static void AddItems(GtkWidget* menu, std::span<const ItemRow> rows)
     gtk_widget_show_all(menu); // what it holds; the menu itself waits to be popped up
 }
 
-// An item belongs to one menu only, so each menu gets a group of its own. The numbers are the
-// transform tools.
+// An item belongs to one menu only, so each menu gets a group of its own.
 static void AddSideGroup(GtkWidget* menu)
 {
     const ItemRow rows[] = {
         {ITEM_IMAGE, "Set color of side", "gtk-select-color", G_CALLBACK(ColorSide)},
-        {ITEM_IMAGE, "Move side", missingimage, nullptr, Number(1)},
-        {ITEM_IMAGE, "Rotate side", missingimage, nullptr, Number(2)},
-        {ITEM_IMAGE, "Scale side", missingimage, nullptr, Number(3)},
+        {ITEM_IMAGE, "Move side", missingimage, G_CALLBACK(ActionType), Number(MOVE_SIDE)},
+        {ITEM_IMAGE, "Rotate side", missingimage, G_CALLBACK(ActionType), Number(ROTATE_SIDE)},
+        {ITEM_IMAGE, "Scale side", missingimage, G_CALLBACK(ActionType), Number(SCALE_SIDE)},
         {ITEM_SEPARATOR},
     };
     AddItems(menu, rows);
@@ -97,9 +96,9 @@ static void AddShapeGroup(GtkWidget* menu, int source)
 {
     const ItemRow rows[] = {
         {ITEM_IMAGE, "Set color of shape", "gtk-select-color", G_CALLBACK(ColorShape)},
-        {ITEM_IMAGE, "Move shape", missingimage, nullptr, Number(4)},
-        {ITEM_IMAGE, "Rotate shape", missingimage, nullptr, Number(5)},
-        {ITEM_IMAGE, "Scale shape", missingimage, nullptr, Number(6)},
+        {ITEM_IMAGE, "Move shape", missingimage, G_CALLBACK(ActionType), Number(MOVE_SHAPE)},
+        {ITEM_IMAGE, "Rotate shape", missingimage, G_CALLBACK(ActionType), Number(ROTATE_SHAPE)},
+        {ITEM_IMAGE, "Scale shape", missingimage, G_CALLBACK(ActionType), Number(SCALE_SHAPE)},
         {ITEM_IMAGE, "Delete Shape", "gtk-delete", G_CALLBACK(DelShape), Number(source)},
         {ITEM_SEPARATOR},
     };
@@ -110,9 +109,11 @@ static void AddSelectionGroup(GtkWidget* menu)
 {
     const ItemRow rows[] = {
         {ITEM_IMAGE, "Set color of selected", "gtk-select-color", G_CALLBACK(ColorSelected)},
-        {ITEM_IMAGE, "Move selected", missingimage, nullptr, Number(7)},
-        {ITEM_IMAGE, "Rotate selected", missingimage, nullptr, Number(8)},
-        {ITEM_IMAGE, "Scale selected", missingimage, nullptr, Number(9)},
+        {ITEM_IMAGE, "Move selected", missingimage, G_CALLBACK(ActionType), Number(MOVE_SELECTED)},
+        {ITEM_IMAGE, "Rotate selected", missingimage, G_CALLBACK(ActionType),
+         Number(ROTATE_SELECTED)},
+        {ITEM_IMAGE, "Scale selected", missingimage, G_CALLBACK(ActionType),
+         Number(SCALE_SELECTED)},
     };
     AddItems(menu, rows);
 }

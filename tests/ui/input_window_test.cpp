@@ -4,6 +4,7 @@
 #include "geometry/duplication.h"
 #include "geometry/duplicationclicks.h"
 #include "scene/model.h"
+#include "scene/undo.h"
 #include "tests/support/pointer.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
@@ -371,14 +372,27 @@ TEST_F(Input, FindsTheTargetOfAMoveFromThePress)
     buttonpresspointactive = 3; // the square has four points
     ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
     EXPECT_EQ(srshapenumber, 0);
+    EXPECT_EQ(mainview.action, MOVE_SHAPE);
+}
+
+TEST_F(Input, PutsAToolAwayThatHasNothingToWorkOn)
+{
+    AddProjected(Cube());
     ForgetPressedElements();
     ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
     EXPECT_EQ(srshapenumber, -1);
+    EXPECT_EQ(mainview.action, TOOL_NONE);
+    buttonpressstripeactive = 0; // an edge lies between two sides
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SIDE));
+    EXPECT_EQ(mainview.action, TOOL_NONE);
+    EXPECT_EQ(pindex, 0);
+    EXPECT_EQ(activesides[0].active, 1);
 }
 
 TEST_F(Input, KeepsAToolUntilTheNextLeftDragEnds)
 {
     AddProjected(Square());
+    buttonpresssideactive = 0;
     ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
     EXPECT_EQ(activesides[0].active, 0); // nothing is picked while a tool waits
     Press(left);

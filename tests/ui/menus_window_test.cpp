@@ -9,6 +9,7 @@
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
 #include "ui/coloredit.h"
+#include "ui/input.h"
 #include "ui/viewmenus.h"
 
 #include <gtest/gtest.h>
@@ -31,26 +32,31 @@ using Items = std::vector<Item>;
 static const char colour[] = "gtk-select-color";
 static const char missing[] = "gtk-missing_image"; // with the underscore
 
+static Item MakeTool(const char* label, int tool)
+{
+    return {label, missing, G_CALLBACK(ActionType), GINT_TO_POINTER(tool)};
+}
+
 static const Items sidegroup = {{"Set color of side", colour, G_CALLBACK(ColorSide)},
-                                {"Move side", missing},
-                                {"Rotate side", missing},
-                                {"Scale side", missing},
+                                MakeTool("Move side", MOVE_SIDE),
+                                MakeTool("Rotate side", ROTATE_SIDE),
+                                MakeTool("Scale side", SCALE_SIDE),
                                 {}};
 // `source` is what the menu belongs to: 1 a side, 2 a point, 3 a stripe.
 static Items MakeShapeGroup(int source)
 {
     return {{"Set color of shape", colour, G_CALLBACK(ColorShape)},
-            {"Move shape", missing},
-            {"Rotate shape", missing},
-            {"Scale shape", missing},
+            MakeTool("Move shape", MOVE_SHAPE),
+            MakeTool("Rotate shape", ROTATE_SHAPE),
+            MakeTool("Scale shape", SCALE_SHAPE),
             {"Delete Shape", "gtk-delete", G_CALLBACK(DelShape), GINT_TO_POINTER(source)},
             {}};
 }
 
 static const Items selectiongroup = {{"Set color of selected", colour, G_CALLBACK(ColorSelected)},
-                                     {"Move selected", missing},
-                                     {"Rotate selected", missing},
-                                     {"Scale selected", missing}};
+                                     MakeTool("Move selected", MOVE_SELECTED),
+                                     MakeTool("Rotate selected", ROTATE_SELECTED),
+                                     MakeTool("Scale selected", SCALE_SELECTED)};
 
 static Items Join(const std::vector<Items>& groups)
 {

@@ -1,0 +1,294 @@
+#include "ui/transform.h"
+
+#include "geometry/transforms.h"
+#include "scene/arrays.h"
+#include "scene/locate.h"
+#include "scene/model.h"
+#include "scene/treeview.h"
+#include "scene/undo.h"
+#include "ui/dialogs.h"
+#include "ui/input.h"
+#include "view/frameloop.h"
+#include "view/mainview.h"
+#include "view/picking.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace korvane
+{
+
+static constexpr int marknumber = 9; // below each slider
+
+// What the sliders of a dialog have in common.
+struct SliderKind {
+    double reach; // from -reach to reach
+    double step;
+    int digits;
+    double markstep;
+    const char* marks[marknumber];
+};
+
+static constexpr SliderKind anglekind = {
+    180,
+    0.1,
+    1,
+    45,
+    {"<small><small>-180°</small></small>", "<small><small><small>-135°</small></small></small>",
+     "<small><small>-90°</small></small>", "<small><small><small>-45°</small></small></small>",
+     "<small>0°</small>", "<small><small><small>45°</small></small></small>",
+     "<small><small>90°</small></small>", "<small><small><small>135°</small></small></small>",
+     "<small><small>180°</small></small>"}};
+
+// Deliberate: degree signs on exponents.
+static constexpr SliderKind exponentkind = {
+    4,
+    0.01,
+    2,
+    1,
+    {"<small><small>-4°</small></small>", "<small><small><small>-3°</small></small></small>",
+     "<small><small>-2°</small></small>", "<small><small><small>-1°</small></small></small>",
+     "<small>0°</small>", "<small><small><small>1°</small></small></small>",
+     "<small><small>2°</small></small>", "<small><small><small>3°</small></small></small>",
+     "<small><small>4°</small></small>"}};
+
+// A shape as it was before the dialog.
+struct FormerShape {
+    int index;
+    Shape* shape; // owned
+    Shape* round; // owned; its rounded version
+};
+
+static bool IsOneOf(int tool, int a, int b, int c)
+{
+    return tool == a || tool == b || tool == c;
+}
+
+bool FindTransformTarget()
+{
+    srshapenumber = -1;
+    srsidenumber = -1;
+    const int tool = mainview.action;
+    if (IsOneOf(tool, MOVE_SELECTED, ROTATE_SELECTED, SCALE_SELECTED)) {
+        return true;
+    }
+    srsidenumber = LocateSide(buttonpresssideactive).index;
+    srshapenumber = GetPressedShape();
+    const bool needsside = IsOneOf(tool, MOVE_SIDE, ROTATE_SIDE, SCALE_SIDE);
+    return needsside ? srsidenumber >= 0 : srshapenumber >= 0;
+}
+
+static void RotateByCode(int code, double degrees, int axis)
+{
+    if (code <= 3) {
+        SideRotate(srshapenumber, srsidenumber, degrees, axis);
+    } else if (code <= 6) {
+        ShapeRotate(srshapenumber, degrees, axis);
+    } else {
+        SelectedRotate(degrees, axis);
+    }
+}
+
+static void ScaleByCode(int code, double factor, int axis)
+{
+    if (code <= 13) {
+        SideScale(srshapenumber, srsidenumber, factor, axis);
+    } else if (code <= 17) {
+        ShapeScale(srshapenumber, factor, axis);
+    } else {
+        SelectedScale(factor, axis);
+    }
+}
+
+int ScaleChangeValue(GtkRange*, int, double value, void* data)
+{
+    static double remembered[4] = {}; // applied last: the slider of all axes, then x, y and z
+    const int code = GPOINTER_TO_INT(data);
+    if (code == 0) {
+        std::fill_n(remembered, 4, 0.0);
+        return FALSE;
+    }
+    if (code <= 9) {
+        const int axis = (code - 1) % 3;
+        RotateByCode(code, value - remembered[axis + 1], axis);
+        remembered[axis + 1] = value;
+    } else if (code <= 21) {
+        const int axis = (code - 10) % 4;
+        ScaleByCode(code, std::exp2(value - remembered[axis]), axis);
+        remembered[axis] = value;
+    }
+    rdstate |= redrawwanted;
+    return FALSE;
+}
+
+static void AddSlider(GtkWidget* box, const SliderKind& kind, const char* markup, int code)
+{
+    GtkWidget* label = gtk_label_new("");
+    gtk_label_set_markup(GTK_LABEL(label), markup);
+    GtkWidget* slider = gtk_hscale_new_with_range(-kind.reach, kind.reach, kind.step);
+    gtk_range_set_value(GTK_RANGE(slider), 0);
+    gtk_scale_set_digits(GTK_SCALE(slider), kind.digits);
+    gtk_widget_set_size_request(slider, 360, -1);
+    for (int i = 0; i < marknumber; i++) {
+        gtk_scale_add_mark(GTK_SCALE(slider), -kind.reach + i * kind.markstep, GTK_POS_BOTTOM,
+                           kind.marks[i]);
+    }
+    g_signal_connect(slider, "change-value", G_CALLBACK(ScaleChangeValue), GINT_TO_POINTER(code));
+    GtkWidget* row = gtk_hbox_new(FALSE, 0);
+    gtk_container_add(GTK_CONTAINER(row), label);
+    gtk_container_add(GTK_CONTAINER(row), slider);
+    gtk_container_add(GTK_CONTAINER(box), row);
+}
+
+// A dialog with an empty vertical box, which is handed over through `box`.
+static GtkWidget* MakeDialog(const char* title, bool homogeneous, int spacing, GtkWidget** box)
+{
+    GtkWidget* dialog = gtk_dialog_new();
+    GtkWindow* window = GTK_WINDOW(dialog);
+    gtk_window_set_title(window, title);
+    gtk_window_set_transient_for(window, GTK_WINDOW(mainwindow));
+    gtk_window_set_modal(window, TRUE);
+    gtk_window_set_resizable(window, FALSE);
+    gtk_window_set_skip_taskbar_hint(window, TRUE);
+    gtk_window_set_skip_pager_hint(window, TRUE);
+    gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_NORMAL);
+    gtk_dialog_add_button(GTK_DIALOG(dialog), GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL);
+    gtk_dialog_add_button(GTK_DIALOG(dialog), GTK_STOCK_OK, GTK_RESPONSE_OK);
+    *box = gtk_vbox_new(homogeneous, spacing);
+    gtk_container_set_border_width(GTK_CONTAINER(*box), 10);
+    gtk_container_add(GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog))), *box);
+    return dialog;
+}
+
+static std::vector<FormerShape> CopyTargets()
+{
+    int count = 1;
+    const Block<int[]> selection = srshapenumber < 0 ? GetSelectedShapes(&count) : nullptr;
+    std::vector<FormerShape> former;
+    for (int i = 0; i < count; i++) {
+        const int index = selection != nullptr ? selection[std::size_t(i)] : srshapenumber;
+        former.push_back({index, CopyShape(shapes[index]), CopyShape(round1[index])});
+    }
+    return former;
+}
+
+// The live shapes and the copies trade places, their rounded versions too.
+static void TradePlaces(std::vector<FormerShape>& former)
+{
+    for (FormerShape& one : former) {
+        std::swap(shapes[one.index], one.shape);
+        std::swap(round1[one.index], one.round);
+    }
+}
+
+// The view copies of a shape and of its rounded version that came back as they had been: deriving
+// them anew could change their last bits.
+static void CopyVersionsForView(int index)
+{
+    DeleteShape(shapest[index]);
+    DeleteShape(round1t[index]);
+    shapest[index] = CopyShape(shapes[index]);
+    round1t[index] = CopyShape(round1[index]);
+}
+
+// Saves the scene as it was before the dialog, then takes up the transformed shapes again.
+static void KeepTransformed(std::vector<FormerShape>& former)
+{
+    if (srshapenumber < 0) {
+        PushScene();
+    } else {
+        PushShape(srshapenumber);
+    }
+    TradePlaces(former);
+    for (const FormerShape& one : former) {
+        ChangeShape(one.index);
+    }
+}
+
+static void EndTransform(std::vector<FormerShape>& former, bool keep)
+{
+    TradePlaces(former);
+    if (keep) {
+        KeepTransformed(former);
+    }
+    for (const FormerShape& one : former) {
+        if (!keep) {
+            CopyVersionsForView(one.index);
+        }
+        DeleteShape(one.shape);
+        DeleteShape(one.round);
+    }
+    mainview.action = TOOL_NONE; // before the records, which could not be picked otherwise
+    if (srshapenumber < 0) {
+        TransferAllShape();
+    } else {
+        TransferOneShape(srshapenumber);
+    }
+    SetActives();
+    rdstate |= redrawwanted;
+}
+
+// Runs a dialog with its sliders and destroys it.
+static void RunTransform(GtkWidget* dialog)
+{
+    std::vector<FormerShape> former = CopyTargets();
+    rdstate |= redrawwanted;
+    gtk_widget_show_all(dialog);
+    const bool keep = gtk_dialog_run(GTK_DIALOG(dialog)) == GTK_RESPONSE_OK;
+    gtk_widget_destroy(dialog);
+    EndTransform(former, keep);
+}
+
+// Puts the tool away again when there is nothing to work on.
+static bool BeginTransform()
+{
+    ScaleChangeValue(nullptr, 0, 0, nullptr);
+    if (FindTransformTarget()) {
+        return true;
+    }
+    mainview.action = TOOL_NONE;
+    SetActives();
+    return false;
+}
+
+void RotateDialog()
+{
+    if (!BeginTransform()) {
+        return;
+    }
+    const int tool = mainview.action;
+    const char* title = tool == ROTATE_SIDE    ? "Rotate side"
+                        : tool == ROTATE_SHAPE ? "Rotate shape"
+                                               : "Rotate selected";
+    const int code = tool == ROTATE_SIDE ? 1 : tool == ROTATE_SHAPE ? 4 : 7;
+    GtkWidget* box;
+    GtkWidget* dialog = MakeDialog(title, true, 10, &box);
+    AddSlider(box, anglekind, "<b> X axis: </b>", code);
+    AddSlider(box, anglekind, "<b> Y axis: </b>", code + 1);
+    AddSlider(box, anglekind, "<b> Z axis: </b>", code + 2);
+    RunTransform(dialog);
+}
+
+void ScaleDialog()
+{
+    if (!BeginTransform()) {
+        return;
+    }
+    const int tool = mainview.action;
+    const int code = tool == SCALE_SIDE ? 10 : tool == SCALE_SHAPE ? 14 : 18;
+    GtkWidget* box;
+    // Deliberate: the title names the selection for a side and for a shape too.
+    GtkWidget* dialog = MakeDialog("Scale selected", false, 0, &box);
+    AddSlider(box, exponentkind, "<b> A: </b>", code);
+    gtk_container_add(GTK_CONTAINER(box), gtk_hseparator_new());
+    AddSlider(box, exponentkind, "<b> X: </b>", code + 1);
+    AddSlider(box, exponentkind, "<b> Y: </b>", code + 2);
+    AddSlider(box, exponentkind, "<b> Z: </b>", code + 3);
+    RunTransform(dialog);
+}
+
+} // namespace korvane
