@@ -194,7 +194,7 @@ static void RenameCorners(Shape* shape, const std::vector<int>& indices)
 
 std::vector<int> RemovePoints(Shape* shape, const std::vector<bool>& marked)
 {
-    const std::vector<int> indices = GetNewIndices(marked);
+    std::vector<int> indices = GetNewIndices(marked);
     int kept = 0;
     for (std::size_t i = 0; i < indices.size(); i++) {
         if (indices[i] >= 0) {
