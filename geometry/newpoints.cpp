@@ -145,8 +145,9 @@ static void ClosePolygon()
     }
     if (CreateOneSideShape()) {
         EndNewShape();
+    } else {
+        EndNewShapeTool();
     }
-    EndNewShapeTool();
 }
 
 static void PutNextPoint()

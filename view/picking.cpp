@@ -120,21 +120,42 @@ static void SetRecordsOfShape(int i)
     }
 }
 
-// The elements under the last press are named by index: the index means nothing in lists of another
-// length.
-static void ForgetPressedUnlessLike(const RecordRun& total)
+static bool AreListsAsLong(const RecordRun& total)
 {
-    if (total.firstpoint != shapepoints || total.firststripe != activestripenumber ||
-        total.firstside != activesidenumber) {
-        ForgetPressedElements();
-    }
+    return total.firstpoint == shapepoints && total.firststripe == activestripenumber &&
+           total.firstside == activesidenumber;
+}
+
+template <class Visit> static void VisitRecordsOfShapes(Visit visit)
+{
+    std::for_each_n(activepoints, shapepoints, visit);
+    std::for_each_n(activestripes, activestripenumber, visit);
+    std::for_each_n(activesides, activesidenumber, visit);
+}
+
+static std::vector<unsigned char> GetActiveFlags()
+{
+    std::vector<unsigned char> flags;
+    VisitRecordsOfShapes([&flags](const ActiveElement& record) { flags.push_back(record.active); });
+    return flags;
+}
+
+static void RestoreActiveFlags(const std::vector<unsigned char>& flags)
+{
+    auto flag = flags.begin();
+    VisitRecordsOfShapes([&flag](ActiveElement& record) { record.active = *flag++; });
 }
 
 void SetActives()
 {
     const int construction = GetConstructionRecords();
     const RecordRun total = SetRuns();
-    ForgetPressedUnlessLike(total);
+    const bool aslong = AreListsAsLong(total);
+    if (!aslong) {
+        ForgetPressedElements(); // an index means nothing in lists of another length
+    }
+    const bool keep = aslong && IsUnderConstruction();
+    const std::vector<unsigned char> flags = keep ? GetActiveFlags() : std::vector<unsigned char>();
     ActiveElement* points = NewArray<ActiveElement>(total.firstpoint + construction);
     for (int k = 0; k < construction; k++) {
         points[total.firstpoint + k] = activepoints[activepointnumber - construction + k];
@@ -153,6 +174,9 @@ void SetActives()
     activepointer = nullptr;
     for (int i = 0; i < shapenumber; i++) {
         SetRecordsOfShape(i);
+    }
+    if (keep) {
+        RestoreActiveFlags(flags);
     }
 }
 

@@ -53,7 +53,9 @@ inline Side* GetSideOfElement(const ActiveElement* record)
 }
 
 // Rebuilds the record arrays from the current shapes, keeping the records of a construction at the
-// end of activepoints; clears activepointer. Call it after every change of the scene's structure.
+// end of activepoints; clears activepointer. A construction that is going on keeps what it lets be
+// picked, as long as the shapes have as many elements as before. Call it after every change of the
+// scene's structure.
 void SetActives();
 
 // Computes anew which elements can be picked and finds the one under the pointer; nothing while a

@@ -251,7 +251,7 @@ TEST_F(DuplicationClicks, CountAClickOnAnythingElseAsEmptySpace)
 {
     AddProjected(CubeOfHalfEdge(0.1F));
     Start(0, RIGHT);
-    SetActives(); // the cube can be picked again
+    MakeAllPickable();
     ClickAt(0.1F, 0.1F);
     EXPECT_EQ(newpointnumber, 2);
     ClickAt(0.05F, 0.05F);

@@ -2,6 +2,7 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/editing.h"
 #include "scene/scenefile.h"
 #include "scene/treeview.h"
 #include "scene/undo.h"
@@ -232,7 +233,7 @@ TEST_F(NewPoints, CountAClickOnAnythingElseAsEmptySpace)
     AddFlatSquare();
     PressButton(true);
     ClickAt(-0.4F, 0);
-    SetActives(); // the square can be picked again
+    MakeAllPickable();
     ClickAt(0, 0);
     ASSERT_NE(activepointer, nullptr);
     EXPECT_EQ(newpointnumber, 2);
@@ -392,7 +393,7 @@ TEST_F(NewPoints, RunNoNewSideStraightAlongAnEdge)
 {
     AddFlatSquare();
     StartSideAt(-0.2F, -0.2F);
-    SetActives(); // now even the neighbours can be picked
+    MakeAllPickable();
     ClickAt(0.2F, -0.2F);
     EXPECT_EQ(newpointnumber, 2);
     EXPECT_EQ(shapes[0]->sidenumber, 1);
@@ -416,10 +417,25 @@ TEST_F(NewPoints, EndNoNewSideOnAnotherShape)
     AddProjected(MakeFlatShape({{0.3F, 0.3F, 0}, {0.4F, 0.3F, 0}, {0.4F, 0.4F, 0}}));
     StartSideAt(-0.2F, -0.2F);
     ClickAt(0, 0.1F);
-    SetActives();
+    MakeAllPickable();
     ClickAt(0.3F, 0.3F);
     EXPECT_EQ(newpointnumber, 3);
     EXPECT_EQ(newsign, 1);
+}
+
+TEST_F(NewPoints, KeepTheirMarksWhenAPointOfTheShapeIsDragged)
+{
+    AddFlatSquare();
+    StartSideAt(-0.2F, -0.2F);
+    PointMove(2, 0.3F, 0.25F, 1);
+    ExpectSound();
+    EXPECT_EQ(GetMarksOfShape(0), "0010");
+    EXPECT_EQ(activesides[0].active, 0);
+    ClickAt(0, 0.1F);
+    PointMove(2, 0.3F, 0.3F, 0);
+    EXPECT_EQ(GetMarksOfShape(0), "0111");
+    ClickAt(0.3F, 0.3F);
+    EXPECT_EQ(shapes[0]->sidenumber, 3);
 }
 
 TEST_F(NewPoints, MayBeginAnewAfterASide)

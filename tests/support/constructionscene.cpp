@@ -36,6 +36,18 @@ void ConstructionScene::PointAt(float x, float y)
     SearchActive();
 }
 
+void ConstructionScene::MakeAllPickable()
+{
+    const auto make = [](ActiveElement* records, int number) {
+        for (int k = 0; k < number; k++) {
+            records[k].active = 1;
+        }
+    };
+    make(activepoints, activepointnumber - centernumber - newpointnumber);
+    make(activestripes, activestripenumber);
+    make(activesides, activesidenumber);
+}
+
 void ConstructionScene::TurnToTheSide()
 {
     SetRotation({{{0, 0, -1}, {0, 1, 0}, {1, 0, 0}}});

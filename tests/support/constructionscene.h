@@ -17,6 +17,7 @@ protected:
     void TearDown() override;
 
     static void PointAt(float x, float y); // moves the pointer
+    static void MakeAllPickable();         // but for the construction itself
     static void TurnToTheSide(); // the x axis points away from the viewer, the z axis to the right
 
     static int AddProjected(OwnedShape shape); // returns the shape's index

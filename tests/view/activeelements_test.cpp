@@ -104,6 +104,28 @@ TEST(SetActives, KeepsTheRecordsOfAConstructionAtTheEnd)
     EXPECT_EQ(FindAt(-0.3F, 0.3F), &activepoints[9]);
 }
 
+TEST(SetActives, KeepsWhatAConstructionLetsBePicked)
+{
+    StartPickScene();
+    AddSquare(0, 0, 0.2F, 0);
+    ProjectAndPick();
+    for (char* const sign : {&newsign, &duplicatesign}) {
+        *sign = 1;
+        SetActivesOff();
+        activepoints[2].active = 1;
+        activestripes[0].active = 1;
+        SetActives();
+        for (int k = 0; k < 4; k++) {
+            EXPECT_EQ(PointOf(0, k)->active, k == 2 ? 1 : 0);
+        }
+        EXPECT_EQ(StripeOf(0)->active, 1);
+        EXPECT_EQ(SideOf(0)->active, 0);
+        *sign = 0;
+    }
+    SetActives();
+    EXPECT_EQ(SideOf(0)->active, 1);
+}
+
 TEST(SetActives, DropsTheRecordsOfAConstructionThatHasEnded)
 {
     StartPickScene();
