@@ -5,6 +5,7 @@
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "tests/support/invariants.h"
+#include "tests/support/rowdrag.h"
 #include "tests/support/shapes.h"
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
@@ -126,44 +127,23 @@ static std::string FindBrokenRow()
     return broken.empty() ? FindFolderThatStaysClosed() : broken;
 }
 
-// Drags the row of a node to `goal` as the tree view does: the store inserts a copy there, and then
-// it deletes the row, which may stand elsewhere by now. False when it cannot be dropped there.
-static bool Drag(int node, GtkTreePath* goal)
-{
-    GtkSelectionData data{};
-    data.target = gdk_atom_intern("GTK_TREE_MODEL_ROW", FALSE);
-    const OwnedPath start = GetPath(node);
-    gtk_tree_set_row_drag_data(&data, GetModel(), start.get());
-    GtkTreeDragDest* dest = GTK_TREE_DRAG_DEST(store);
-    const bool possible = gtk_tree_drag_dest_row_drop_possible(dest, goal, &data) == TRUE;
-    if (possible) {
-        GtkTreeRowReference* row = gtk_tree_row_reference_new(GetModel(), start.get());
-        EXPECT_TRUE(gtk_tree_drag_dest_drag_data_received(dest, goal, &data));
-        const OwnedPath now(gtk_tree_row_reference_get_path(row));
-        EXPECT_TRUE(gtk_tree_drag_source_drag_data_delete(GTK_TREE_DRAG_SOURCE(store), now.get()));
-        gtk_tree_row_reference_free(row);
-    }
-    g_free(data.data);
-    return possible;
-}
-
 static bool DragBefore(int node, int other)
 {
-    return Drag(node, GetPath(other).get());
+    return DragRow(node, GetPath(other).get());
 }
 
 static bool DragAfter(int node, int other)
 {
     const OwnedPath goal = GetPath(other);
     gtk_tree_path_next(goal.get());
-    return Drag(node, goal.get());
+    return DragRow(node, goal.get());
 }
 
 static bool DragOnto(int node, int other)
 {
     const OwnedPath goal = GetPath(other);
     gtk_tree_path_append_index(goal.get(), 0);
-    return Drag(node, goal.get());
+    return DragRow(node, goal.get());
 }
 
 // Rows: a(b(deep) leaf) e() m(only) box square. The last two are at the top.
