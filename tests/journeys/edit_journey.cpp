@@ -1,16 +1,12 @@
 // A yellow box under the hand: its points, edges and creases edited with the pointer and the
 // context menus, judged by the saved file.
-#include "scene/scenereader.h"
-#include "tests/support/journey.h"
+#include "tests/support/scenejourney.h"
 #include "tests/support/scenetexts.h"
-#include "tests/support/shapes.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -33,30 +29,9 @@ static std::string RoundBoxScene()
 
 // The box fills x from 0.1 to 0.3, y from 0.1 to 0.2 and z from -0.15 to 0.05; the points 4, 5, 6
 // and 7 are those of the side towards the viewer, from its lower left corner round by the right.
-class Edit : public ::testing::Test
+class Edit : public SceneJourney
 {
 protected:
-    void Start(const std::string& text)
-    {
-        const std::string scene = journey.GetFolder() + "/box.mrt";
-        std::ofstream(scene) << text;
-        ASSERT_TRUE(journey.Start(scene));
-        journey.MoveTo(3, 3); // on no shape
-        ASSERT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
-        first = journey.LookWhenStill();
-        shorter = std::min(first.width, first.height);
-    }
-
-    // Pixels of a place in view coordinates.
-    int X(double x) const
-    {
-        return int(first.width / 2.0 + x * shorter);
-    }
-    int Y(double y) const
-    {
-        return int(first.height / 2.0 - y * shorter);
-    }
-
     // A drag with the left button through these places, every step drawn before the next.
     void Drag(const std::vector<std::array<double, 2>>& places)
     {
@@ -71,14 +46,6 @@ protected:
         journey.LookWhenStill();
     }
 
-    void Click(double x, double y, int button)
-    {
-        journey.MoveTo(X(x), Y(y));
-        journey.LookWhenStill(); // what is under the pointer is lit
-        journey.Click(X(x), Y(y), button);
-        journey.LookWhenStill();
-    }
-
     // In the menu that a right click has brought the first item is chosen.
     void ChooseFirstItem()
     {
@@ -87,52 +54,6 @@ protected:
         journey.Key("Return");
         EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
     }
-
-    Screenshot LookWithoutPointer()
-    {
-        journey.MoveTo(3, 3);
-        return journey.LookWhenStill();
-    }
-
-    // The shapes of the scene as they are saved now.
-    SceneDraft Save()
-    {
-        const std::string path = journey.GetFolder() + "/saved" + std::to_string(saves++) + ".mrt";
-        journey.Key("ctrl+shift+s");
-        EXPECT_TRUE(journey.WaitForFront("Save scene"));
-        journey.Key("ctrl+a");
-        journey.Type(path);
-        journey.Key("alt+s");
-        EXPECT_TRUE(journey.WaitForFront("Vintra"));
-        EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(path); }));
-        return ReadScene(ReadWholeFile(path));
-    }
-
-    // The only shape of the scene, as it is saved now.
-    OwnedShape SaveShape()
-    {
-        SceneDraft draft = Save();
-        if (draft.shapes.size() != 1) {
-            ADD_FAILURE() << "the scene has " << draft.shapes.size() << " shapes";
-            return Cube();
-        }
-        return OwnedShape(draft.shapes[0].shape.release());
-    }
-
-    static void ExpectPlace(const Shape& shape, int point, double x, double y, double z)
-    {
-        constexpr double pixel = 0.003; // a place on the screen is met to the pixel
-        EXPECT_NEAR(shape.points[point][0], x, pixel);
-        EXPECT_NEAR(shape.points[point][1], y, pixel);
-        EXPECT_NEAR(shape.points[point][2], z, pixel);
-    }
-
-    Journey journey;
-    Screenshot first; // the view at the start
-    int shorter = 0;
-
-private:
-    int saves = 0;
 };
 
 TEST_F(Edit, InsertsAPointByDraggingAnEdge)
@@ -141,7 +62,7 @@ TEST_F(Edit, InsertsAPointByDraggingAnEdge)
     Drag({{0.2, 0.1}, {0.2, 0.088}, {0.2, 0}}); // at first still on the edge, whose depth it takes
     const auto shape = SaveShape();
     ASSERT_EQ(shape->pointnumber, 9);
-    ExpectPlace(*shape, 8, 0.2, 0, 0.05);
+    ExpectPoint(*shape, 8, 0.2, 0, 0.05);
     const Outlines outlines = OutlinesOf(*shape);
     EXPECT_EQ(outlines[1], (std::vector<int>{4, 8, 5, 6, 7}));
     EXPECT_EQ(outlines[2], (std::vector<int>{0, 1, 5, 8, 4}));
@@ -153,11 +74,11 @@ TEST_F(Edit, MovesAPointByDraggingItAtItsDepth)
     Drag({{0.3, 0.2}, {0.35, 0.25}, {0.4, 0.3}});
     const auto shape = SaveShape();
     ASSERT_EQ(shape->pointnumber, 8);
-    ExpectPlace(*shape, 6, 0.4, 0.3, 0.05);
-    ExpectPlace(*shape, 2, 0.3, 0.2, -0.15); // the one behind it
+    ExpectPoint(*shape, 6, 0.4, 0.3, 0.05);
+    ExpectPoint(*shape, 2, 0.3, 0.2, -0.15); // the one behind it
     journey.Key("z");                        // the whole drag is one undo step
     journey.LookWhenStill();
-    ExpectPlace(*SaveShape(), 6, 0.3, 0.2, 0.05);
+    ExpectPoint(*SaveShape(), 6, 0.3, 0.2, 0.05);
 }
 
 TEST_F(Edit, RemovesAnEdgeAndThenACornerWithTheMiddleButton)
@@ -225,7 +146,7 @@ TEST_F(Edit, TakesALongPressForADragHoweverLittleThePointerMoves)
     journey.Release(1);
     journey.LookWhenStill();
     const auto shape = SaveShape();
-    ExpectPlace(*shape, 6, 0.3 + 4.0 / shorter, 0.2, 0.05);
+    ExpectPoint(*shape, 6, 0.3 + 4.0 / std::min(first.width, first.height), 0.2, 0.05);
     EXPECT_GT(shape->points[6][0], 0.302F);
 }
 
@@ -259,13 +180,13 @@ TEST_F(Edit, IsUndoneFromWhereItWasMadeAndRedone)
     };
     journey.Key("z");
     EXPECT_TRUE(WaitFor(looks(edited))); // it has only flown back
-    ExpectPlace(*SaveShape(), 6, 0.4, 0.3, 0.05);
+    ExpectPoint(*SaveShape(), 6, 0.4, 0.3, 0.05);
     LookWithoutPointer();
     journey.Key("BackSpace");
     EXPECT_TRUE(WaitFor(looks(first)));
-    ExpectPlace(*SaveShape(), 6, 0.3, 0.2, 0.05);
+    ExpectPoint(*SaveShape(), 6, 0.3, 0.2, 0.05);
     LookWithoutPointer();
     journey.Key("y");
     EXPECT_TRUE(WaitFor(looks(edited)));
-    ExpectPlace(*SaveShape(), 6, 0.4, 0.3, 0.05);
+    ExpectPoint(*SaveShape(), 6, 0.4, 0.3, 0.05);
 }

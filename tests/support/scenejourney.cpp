@@ -7,9 +7,16 @@
 namespace korvane::testing
 {
 
+// The back wall of the background cube, which the middle of the view shows once it is drawn.
+static constexpr Color wall = {102, 102, 102};
+
 void SceneJourney::StartWith(const std::string& arguments)
 {
     ASSERT_TRUE(journey.Start(arguments));
+    ASSERT_TRUE(WaitFor([&] {
+        const Screenshot picture = journey.Look();
+        return picture.At(picture.width / 2, picture.height / 2) == wall;
+    }));
     first = LookWithoutPointer();
 }
 

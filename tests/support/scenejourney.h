@@ -1,6 +1,6 @@
-// The fixture of journeys that work on a scene in the view: places are those of the view that the
-// program starts with, in which the screen's coordinates are the world's, and what has become of
-// the scene is read from the file that the program saves.
+// The fixture of journeys that work on a scene in the view, whose middle is empty at first: places
+// are those of the view that the program starts with, in which the screen's coordinates are the
+// world's, and what has become of the scene is read from the file that the program saves.
 #pragma once
 
 #include "scene/scenereader.h"
