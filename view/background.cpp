@@ -1,6 +1,7 @@
 #include "view/background.h"
 
 #include "view/basestate.h"
+#include "view/cubewalls.h"
 #include "view/drawbatch.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
@@ -12,43 +13,25 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace korvane
 {
 
-static constexpr int walls = 6;
-static constexpr int corners = 4;           // of a wall
 static constexpr float walldepth = -1.99F;  // behind everything but the clip plane
 static constexpr float hoverdepth = -1.96F; // of a hovered wall's outline
 static constexpr float planedepth =
     -1.96F; // of the plane where its depth is not pinned by a program
 static constexpr int fullperspective = 15;
 
-// Corners of the background cube: every wall runs counter-clockwise as seen from inside, so that
-// the walls' fronts look at the viewer who stands in it.
-static constexpr float h = 0.61F; // half the edge of a wall
-static constexpr float d = 0.66F; // its distance from the middle: the walls leave gaps
-static constexpr float cubecorners[walls * corners][3] = {
-    {-h, h, -d},  {-h, -h, -d}, {h, -h, -d},  {h, h, -d},  // z-
-    {h, h, d},    {h, -h, d},   {-h, -h, d},  {-h, h, d},  // z+
-    {-h, -d, -h}, {-h, -d, h},  {h, -d, h},   {h, -d, -h}, // y-
-    {-h, d, h},   {-h, d, -h},  {h, d, -h},   {h, d, h},   // y+
-    {-d, h, h},   {-d, -h, h},  {-d, -h, -h}, {-d, h, -h}, // x-
-    {d, h, -h},   {d, -h, -h},  {d, -h, h},   {d, h, h},   // x+
-};
-static constexpr float cubecolors[walls / 2][3] = {
+static constexpr float halfedge = 0.61F;     // of a wall of the background cube
+static constexpr float walldistance = 0.66F; // from the middle: the walls leave gaps
+static constexpr float cubecolors[wallnumber / 2][3] = {
     {0.4F, 0.4F, 0.4F}, {0.15F, 0.4F, 0.15F}, {0.4F, 0.15F, 0.15F}};
-
-bool IsWallFacing(const float* a, const float* b, const float* c)
-{
-    return (a[1] - b[1]) * c[0] + (c[1] - a[1]) * b[0] + (b[1] - c[1]) * a[0] > 0;
-}
 
 static void AddWall(Batch& batch, int wall, float depth, const Rgba& color)
 {
-    for (int i = 0; i < corners; i++) {
-        const float* corner = cubepoints[corners * wall + i];
+    for (int i = 0; i < wallcorners; i++) {
+        const float* corner = cubepoints[wallcorners * wall + i];
         const float place[3] = {corner[0], corner[1], depth};
         AddCorner(batch, place, 0, color);
     }
@@ -74,11 +57,11 @@ static void DrawWall(int wall, float weight, unsigned char hoverfade)
 
 static void DrawCube(MainView* view)
 {
-    std::memcpy(cubepoints, cubecorners, sizeof cubepoints);
-    Rotate(view, cubepoints, walls * corners);
-    SetPerspective(cubepoints, walls * corners, fullperspective);
-    for (int wall = 0; wall < walls; wall++) {
-        const float(*corner)[3] = cubepoints + corners * wall;
+    SetWallCorners(halfedge, walldistance, cubepoints);
+    Rotate(view, cubepoints, wallnumber * wallcorners);
+    SetPerspective(cubepoints, wallnumber * wallcorners, fullperspective);
+    for (int wall = 0; wall < wallnumber; wall++) {
+        const float(*corner)[3] = cubepoints + wallcorners * wall;
         ActiveElement& record = activebgcube[wall];
         record.active = IsWallFacing(corner[0], corner[1], corner[2]) ? 1 : 0;
         if (record.active != 0) {

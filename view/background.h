@@ -12,8 +12,4 @@ struct MainView;
 // again, because it takes the cube's walls through SetPerspective.
 void BgDrawBefore(MainView* view);
 
-// True when a wall whose first three corners these are faces the viewer: they run
-// counter-clockwise.
-bool IsWallFacing(const float* a, const float* b, const float* c);
-
 } // namespace korvane

@@ -1,9 +1,9 @@
 #include "view/overlays.h"
 
 #include "geometry/construction.h"
-#include "view/background.h"
 #include "view/backgroundpicture.h"
 #include "view/basestate.h"
+#include "view/cubewalls.h"
 #include "view/drawbatch.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
@@ -11,28 +11,15 @@
 
 #include <GL/glew.h>
 
-#include <cstring>
-
 namespace korvane
 {
 
-static constexpr int faces = 6;
-static constexpr int corners = 4; // of a face
 static constexpr int edges = 12;
 static constexpr int fullperspective = 15;
 static constexpr double overlaydepth = 1.5; // in front of every shape
 
-// Corners of the small cube, laid out as those of the background cube.
-static constexpr float s = 0.025F;
-static constexpr float smallcorners[faces * corners][3] = {
-    {-s, s, -s},  {-s, -s, -s}, {s, -s, -s},  {s, s, -s},  // z-
-    {s, s, s},    {s, -s, s},   {-s, -s, s},  {-s, s, s},  // z+
-    {-s, -s, -s}, {-s, -s, s},  {s, -s, s},   {s, -s, -s}, // y-
-    {-s, s, s},   {-s, s, -s},  {s, s, -s},   {s, s, s},   // y+
-    {-s, s, s},   {-s, -s, s},  {-s, -s, -s}, {-s, s, -s}, // x-
-    {s, s, -s},   {s, -s, -s},  {s, -s, s},   {s, s, s},   // x+
-};
-static constexpr float smallcolors[faces / 2][3] = {{0.8F, 0.8F, 0.8F}, {0, 1, 0}, {1, 0, 0}};
+static constexpr float smallhalfedge = 0.025F; // of the small cube, whose walls meet
+static constexpr float smallcolors[wallnumber / 2][3] = {{0.8F, 0.8F, 0.8F}, {0, 1, 0}, {1, 0, 0}};
 
 // The twelve edges, and the two faces that each borders.
 struct CubeEdge {
@@ -56,10 +43,10 @@ static void GetCornerPlace(double distance, float place[2])
 static void DrawSmallCube(const MainView* view)
 {
     static constexpr double edgelift = 0.006;
-    float points[faces * corners][3];
-    std::memcpy(points, smallcorners, sizeof points);
-    Rotate(view, points, faces * corners);
-    ApplyPerspective(points, faces * corners, fullperspective);
+    float points[wallnumber * wallcorners][3];
+    SetWallCorners(smallhalfedge, smallhalfedge, points);
+    Rotate(view, points, wallnumber * wallcorners);
+    ApplyPerspective(points, wallnumber * wallcorners, fullperspective);
     float place[2];
     GetCornerPlace(0.45, place);
     for (float* point : points) {
@@ -68,13 +55,13 @@ static void DrawSmallCube(const MainView* view)
         point[2] = float(point[2] + overlaydepth);
     }
     const float alpha = GetCosRate(view->smallcubefade);
-    bool shown[faces];
+    bool shown[wallnumber];
     Batch batch;
-    for (int face = 0; face < faces; face++) {
-        const float(*corner)[3] = points + corners * face;
+    for (int face = 0; face < wallnumber; face++) {
+        const float(*corner)[3] = points + wallcorners * face;
         shown[face] = IsWallFacing(corner[0], corner[1], corner[2]);
         const float* color = smallcolors[face / 2];
-        for (int i = 0; shown[face] && i < corners; i++) {
+        for (int i = 0; shown[face] && i < wallcorners; i++) {
             AddCorner(batch, corner[i], 0, {color[0], color[1], color[2], alpha});
         }
     }
