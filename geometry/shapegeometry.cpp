@@ -35,15 +35,14 @@ void SetCenterPointOfShape(Shape* shape)
         AddTo(sum, shape->points[i]);
     }
     const double number = std::max(1, shape->pointnumber);
-    Store({sum[0] / number, sum[1] / number, sum[2] / number}, shape->center);
+    Store(sum / number, shape->center);
 }
 
 void SetRadiusOfShape(Shape* shape)
 {
     double square = 0;
     for (int i = 0; i < shape->pointnumber; i++) {
-        square = std::max(square,
-                          GetSquare(Subtract(ToVector(shape->points[i]), ToVector(shape->center))));
+        square = std::max(square, GetSquare(ToVector(shape->points[i]) - ToVector(shape->center)));
     }
     shape->radius = float(std::sqrt(square));
 }
@@ -81,7 +80,7 @@ Block<Plane> GetPlaneOfTriangle(const Triangle* triangle)
 
 double GetDistanceOfTwoPoints(const float* a, const float* b)
 {
-    return std::sqrt(GetSquare(Subtract(ToVector(a), ToVector(b))));
+    return std::sqrt(GetSquare(ToVector(a) - ToVector(b)));
 }
 
 double GetDistanceOfTwoPointsIn2d(const float* a, const float* b)
@@ -95,7 +94,7 @@ double GetAlfaOfTwoVectors(const float* a, const float* b)
 {
     const double aa = GetSquare(ToVector(a));
     const double bb = GetSquare(ToVector(b));
-    const double ab = GetSquare(Subtract(ToVector(a), ToVector(b)));
+    const double ab = GetSquare(ToVector(a) - ToVector(b));
     const float cosine = float((aa + bb - ab) / 2 / std::sqrt(aa * bb));
     if (CheckNan(cosine) != 0) {
         return 1.0; // Deliberate: a zero vector stands at one radian to every other.
@@ -143,7 +142,7 @@ static double GetFacingAngle(const float* p, const float* a, const float* b, con
     if (length == 0) {
         return std::numeric_limits<double>::quiet_NaN();
     }
-    const double square = GetSquare(Subtract(away, ToVector(normal)));
+    const double square = GetSquare(away - ToVector(normal));
     return std::acos(std::clamp((length * length + 1 - square) / 2 / length, -1.0, 1.0));
 }
 

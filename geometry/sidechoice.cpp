@@ -44,7 +44,7 @@ static void StoreReferencePoint(const Chain& chain, float* reference)
     for (int i = 0; i < number; i++) {
         AddTo(sum, chain.points[i]);
     }
-    Store({sum[0] / number, sum[1] / number, sum[2] / number}, reference);
+    Store(sum / number, reference);
 }
 
 // Not a number when p is the middle of the triangle's first two corners, as happens to a chain

@@ -147,7 +147,7 @@ static bool FacesOutwards(Shape* shape)
 {
     Side* side = shape->sides;
     float outwards[3];
-    Store(Subtract(ToVector(GetCenterOfSide(side).get()), ToVector(shape->center)), outwards);
+    Store(ToVector(GetCenterOfSide(side).get()) - ToVector(shape->center), outwards);
     return GetAlfaOfTwoVectors(outwards, GetNormalOfSide(side).get()) <= std::numbers::pi / 2;
 }
 

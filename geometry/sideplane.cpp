@@ -25,7 +25,7 @@ static void StoreCenter(const Side* side, float* center)
 {
     const Vector sum = SumPoints(side);
     const double number = side->pointnumber;
-    Store({sum[0] / number, sum[1] / number, sum[2] / number}, center);
+    Store(sum / number, center);
 }
 
 // The sum over the points P(i) of P(i) x S(i), of whose two halves only the first is taken, where

@@ -24,7 +24,7 @@ Places DropStillSteps(const Places& path)
 Place GetDirection(const Place& from, const Place& to)
 {
     Place direction;
-    Store(Subtract(ToVector(to.data()), ToVector(from.data())), direction.data());
+    Store(ToVector(to.data()) - ToVector(from.data()), direction.data());
     Normalise(direction.data());
     return direction;
 }
@@ -54,7 +54,7 @@ Places GetProfileOfSide(const Side* side)
     const Block<float[]> center = GetCenterOfSide(side);
     Places profile(std::size_t(side->pointnumber));
     for (int k = 0; k < side->pointnumber; k++) {
-        Store(Subtract(ToVector(GetPointOfSide(side, k)), ToVector(center.get())),
+        Store(ToVector(GetPointOfSide(side, k)) - ToVector(center.get()),
               profile[std::size_t(k)].data());
     }
     return profile;

@@ -1,4 +1,4 @@
-// The vector arithmetic of the geometry: float triples come in and go out, doubles between them.
+// Vector arithmetic: float triples come in and go out, doubles between them.
 #pragma once
 
 #include <array>
@@ -15,14 +15,39 @@ inline Vector ToVector(const float* v)
     return {v[0], v[1], v[2]};
 }
 
-inline Vector Subtract(const Vector& a, const Vector& b)
+inline Vector operator+(const Vector& a, const Vector& b)
+{
+    return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
+}
+
+inline Vector operator-(const Vector& a, const Vector& b)
 {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
 
+inline Vector operator*(const Vector& v, double factor)
+{
+    return {v[0] * factor, v[1] * factor, v[2] * factor};
+}
+
+inline Vector operator/(const Vector& v, double divisor)
+{
+    return {v[0] / divisor, v[1] / divisor, v[2] / divisor};
+}
+
+inline double GetDot(const Vector& a, const Vector& b)
+{
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
+inline Vector GetCross(const Vector& a, const Vector& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
 inline double GetSquare(const Vector& v)
 {
-    return v[0] * v[0] + v[1] * v[1] + v[2] * v[2];
+    return GetDot(v, v);
 }
 
 // Adds a float triple to a sum.
@@ -56,7 +81,7 @@ inline void Store(const Vector& v, float* target)
 inline bool StoreUnit(const Vector& v, float* target)
 {
     const double length = std::sqrt(GetSquare(v));
-    Store({v[0] / length, v[1] / length, v[2] / length}, target);
+    Store(v / length, target);
     return !std::isnan(target[0]) && !std::isnan(target[1]) && !std::isnan(target[2]);
 }
 

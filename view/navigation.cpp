@@ -1,5 +1,6 @@
 #include "view/navigation.h"
 
+#include "geometry/vectors.h"
 #include "view/directions.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
@@ -41,11 +42,6 @@ static void GetBallPoint(double x, double y, float point[3])
     }
 }
 
-static double GetDot(const float* a, const float* b)
-{
-    return double(a[0]) * double(b[0]) + double(a[1]) * double(b[1]) + double(a[2]) * double(b[2]);
-}
-
 // Turns all columns so that one of them lies on an axis. The others are square to it then, and are
 // told so: what rounding leaves of them would tilt this column when the next one snaps.
 static void SnapColumn(float columns[][3], int column, int axis)
@@ -63,7 +59,7 @@ static void SnapToAxes(float columns[][3])
 {
     for (int column = 0; column < 3; column++) {
         for (int axis = 0; axis < 6; axis++) {
-            if (GetDot(columns[column], axisdirections[axis]) > snapcosine) {
+            if (GetDot(ToVector(columns[column]), ToVector(axisdirections[axis])) > snapcosine) {
                 SnapColumn(columns, column, axis);
             }
         }
