@@ -26,7 +26,7 @@ struct ItemRow {
     const char* label = nullptr; // a constant, with mnemonic; null: a separator
     const char* icon = nullptr;  // a constant, for MakeIconImage; null: a check item
     GCallback handler =
-        nullptr;             // of "activate", or "toggled" for a check item; null: no command yet
+        nullptr;             // of "activate", or "toggled" for a check item
     gpointer data = nullptr; // borrowed; handed to the handler: a number or a widget
     GtkWidget** global = nullptr; // borrowed; where other modules find the item
 };
@@ -58,10 +58,6 @@ static void ConnectItem(GtkWidget* item, const ItemRow& row)
 {
     if (row.global != nullptr) {
         *row.global = item;
-    }
-    if (row.handler == nullptr) {
-        gtk_widget_set_sensitive(item, FALSE);
-        return;
     }
     g_signal_connect(item, row.kind == ITEM_CHECK ? "toggled" : "activate", row.handler, row.data);
 }

@@ -1,6 +1,5 @@
 // The six context menus: that of the tree, and those of what lies under the pointer in the view.
-// They are built from tables; an item whose command does not exist yet has no handler in its row
-// and is insensitive.
+// They are built from tables.
 #pragma once
 
 namespace korvane

@@ -40,7 +40,7 @@ struct ButtonRow {
     const char* icon = nullptr;    // a constant, for MakeIconImage
     const char* tooltip = nullptr; // a constant
     GCallback handler =
-        nullptr;  // of "clicked" for a plain button, else of "toggled"; null: no command yet
+        nullptr;  // of "clicked" for a plain button, else of "toggled"
     int data = 0; // handed to the handler
     GtkWidget** global = nullptr; // borrowed; where other modules find the button
 };
@@ -114,10 +114,6 @@ static void SetUpButton(GtkToolItem* item, const ButtonRow& row)
     }
     if (row.global != nullptr) {
         *row.global = GTK_WIDGET(item);
-    }
-    if (row.handler == nullptr) {
-        gtk_widget_set_sensitive(GTK_WIDGET(item), FALSE);
-        return;
     }
     g_signal_connect(item, row.kind == BUTTON_PLAIN ? "clicked" : "toggled", row.handler,
                      GINT_TO_POINTER(row.data));

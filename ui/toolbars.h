@@ -1,5 +1,5 @@
 // The three toolbars, each a page of the notebook at the top of the window. They are built from
-// tables; a button whose command does not exist yet has no handler in its row and is insensitive.
+// tables.
 #pragma once
 
 typedef struct _GtkWidget GtkWidget;

@@ -23,7 +23,7 @@ using namespace korvane::testing;
 struct Item {
     const char* label = nullptr; // null: a separator
     const char* stock = nullptr; // null: a check item
-    GCallback handler = nullptr; // null while the command does not exist
+    GCallback handler = nullptr;
     void* data = nullptr;
     GtkWidget** global = nullptr;
 };
@@ -96,7 +96,7 @@ static void ExpectItem(GtkWidget* item, const Item& row)
     if (row.global != nullptr) {
         EXPECT_EQ(*row.global, item);
     }
-    EXPECT_EQ(gtk_widget_get_sensitive(item), row.handler != nullptr);
+    EXPECT_TRUE(gtk_widget_get_sensitive(item));
     if (row.handler != nullptr) {
         EXPECT_TRUE(IsConnected(item, row.stock == nullptr ? "toggled" : "activate", row.handler,
                                 row.data));
