@@ -113,8 +113,8 @@ static int SkipSubtree(int copyindex)
 }
 
 // Every node goes where the selection says, which grows by the nodes pasted before it. But after
-// the first, further nodes beside it change that place no more: it need not be asked for again, and
-// the selection is read once at the end.
+// the first, further nodes beside it change that place no more: it is asked for once, and the rows
+// of all the others are shown and selected together.
 static void PasteCopies()
 {
     const int first = PasteTreeIter(GetTreePutPlace(), 0);
@@ -122,15 +122,14 @@ static void PasteCopies()
         SelectRow(first);
     }
     const int place = GetTreePutPlace();
-    const bool inselection = IsInSelection(place);
-    BeginRowRemoval();
+    const int firstother = treeiternumber;
     for (int i = SkipSubtree(0); i < copyiternumber; i = SkipSubtree(i)) {
-        const int node = PasteTreeIter(place, i);
-        if (!inselection) {
-            SelectRow(node);
-        }
+        PasteNodes(place, i);
     }
-    EndRowRemoval();
+    ShowNewRows(place, firstother);
+    if (!IsInSelection(place)) {
+        SelectNewRows(place, firstother);
+    }
 }
 
 void PasteSelected()

@@ -36,24 +36,18 @@ static bool IsBelowChosenFolder(int node, const std::vector<bool>& chosen)
     return false;
 }
 
+static void ReadSelectedRow(GtkTreeModel* model, GtkTreePath*, GtkTreeIter* row, void*)
+{
+    GrowArray(treeselected, treeselectednumber, treeselectednumber + 1);
+    gtk_tree_model_get(model, row, COLUMN_NODE, &treeselected[treeselectednumber], -1);
+    treeselectednumber++;
+}
+
 static void ReadSelectedRows(GtkTreeSelection* selection)
 {
     FreeArray(treeselected);
-    GtkTreeModel* model = nullptr;
-    GList* rows = gtk_tree_selection_get_selected_rows(selection, &model);
-    treeselectednumber = int(g_list_length(rows));
-    if (treeselectednumber > 0) {
-        treeselected = NewArray<int>(treeselectednumber);
-    }
-    int* place = treeselected;
-    for (GList* row = rows; row != nullptr; row = row->next) {
-        auto* path = static_cast<GtkTreePath*>(row->data);
-        GtkTreeIter iter;
-        gtk_tree_model_get_iter(model, &iter, path);
-        gtk_tree_model_get(model, &iter, COLUMN_NODE, place++, -1);
-        gtk_tree_path_free(path);
-    }
-    g_list_free(rows);
+    treeselectednumber = 0;
+    gtk_tree_selection_selected_foreach(selection, ReadSelectedRow, nullptr);
 }
 
 static std::vector<bool> MarkSelectedNodes()
@@ -165,17 +159,55 @@ std::vector<int> GetTopSelectedNodes()
     return nodes;
 }
 
+// The path of a folder's rows but for their own place; that of the root is empty.
+static GtkTreePath* OpenFolder(int folder)
+{
+    if (folder == 0) {
+        return gtk_tree_path_new();
+    }
+    GtkTreePath* path = gtk_tree_model_get_path(GTK_TREE_MODEL(store), &treeiters[folder].iter);
+    gtk_tree_view_expand_to_path(GTK_TREE_VIEW(treeview), path);
+    return path;
+}
+
 void SelectRow(int node)
 {
-    GtkTreeView* view = GTK_TREE_VIEW(treeview);
-    TreeIter& selectednode = treeiters[node];
-    if (selectednode.parent != 0) {
-        GtkTreePath* folder =
-            gtk_tree_model_get_path(GTK_TREE_MODEL(store), &treeiters[selectednode.parent].iter);
-        gtk_tree_view_expand_to_path(view, folder);
-        gtk_tree_path_free(folder);
+    gtk_tree_path_free(OpenFolder(treeiters[node].parent));
+    gtk_tree_selection_select_iter(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)),
+                                   &treeiters[node].iter);
+}
+
+static void SelectRange(GtkTreePath* folder, int first, int last)
+{
+    GtkTreePath* end = gtk_tree_path_copy(folder);
+    gtk_tree_path_append_index(end, last);
+    gtk_tree_path_append_index(folder, first);
+    GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
+    gtk_tree_selection_select_range(selection, folder, end);
+    gtk_tree_path_up(folder);
+    gtk_tree_path_free(end);
+}
+
+// In runs, because each selecting finds its rows by counting from the top, several times.
+void SelectNewRows(int folder, int firstnode)
+{
+    const TreeIter& parent = treeiters[folder];
+    const auto isnew = [&](int place) {
+        return place < parent.childnumber && parent.children[place] >= firstnode;
+    };
+    GtkTreePath* path = OpenFolder(folder);
+    BeginRowRemoval(); // every run would be a change
+    for (int i = 0; i < parent.childnumber; i++) {
+        const int first = i;
+        while (isnew(i)) {
+            i++;
+        }
+        if (i > first) {
+            SelectRange(path, first, i - 1);
+        }
     }
-    gtk_tree_selection_select_iter(gtk_tree_view_get_selection(view), &selectednode.iter);
+    EndRowRemoval();
+    gtk_tree_path_free(path);
 }
 
 int FindNodeOfShape(int shapeindex)

@@ -38,6 +38,10 @@ int FindNodeOfShape(int shapeindex);
 // select a row that it does not show.
 void SelectRow(int node);
 
+// The same for the rows of those nodes of a folder that are not older than `firstnode`, in one
+// change. None of them is open.
+void SelectNewRows(int folder, int firstnode);
+
 // Adds a shape's row to the selection, unless it or a folder above it is there already.
 void SetSelection(int shapeindex);
 

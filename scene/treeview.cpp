@@ -157,6 +157,21 @@ void ShowRowsOfNode(int node)
     InsertRowsBelow(node);
 }
 
+// The last row goes in first: those above it that are new need not be passed.
+void ShowNewRows(int folder, int firstnode)
+{
+    const TreeIter& parent = treeiters[folder];
+    int newabove = int(std::count_if(parent.children, parent.children + parent.childnumber,
+                                     [=](int node) { return node >= firstnode; }));
+    for (int i = parent.childnumber - 1; newabove > 0; i--) {
+        if (parent.children[i] >= firstnode) {
+            newabove--;
+            InsertRow(parent.children[i], i - newabove);
+            InsertRowsBelow(parent.children[i]);
+        }
+    }
+}
+
 int AddTreeIter(int parent, int type, char* name)
 {
     const int node = AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);

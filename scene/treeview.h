@@ -63,6 +63,9 @@ void TakeFromParent(int node);
 void PutAtSortedPlace(int node, int parent);
 void ShowRowsOfNode(int node);
 
+// ShowRowsOfNode for those nodes of a folder that are not older than `firstnode`.
+void ShowNewRows(int folder, int firstnode);
+
 // A copy with a name and children of its own, which the caller owns.
 TreeIter CopyNode(const TreeIter& node);
 
