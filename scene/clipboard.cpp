@@ -1,12 +1,12 @@
 #include "scene/clipboard.h"
 
-#include "geometry/creation.h"
 #include "geometry/normals.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "scene/undo.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -137,7 +137,7 @@ void PasteSelected()
     if (copyiternumber == 0) {
         return;
     }
-    EndNewShapeTool();
+    EndPointerActions();
     PushScene();
     PasteCopies();
     SetActives();

@@ -14,7 +14,8 @@ void CopySelected();
 void CopyTreeIter(int node);
 
 // Puts what is on the clipboard into the tree, at the place that the selection names, and selects
-// it there. Ends a construction. Nothing, and no undo step, when the clipboard is empty.
+// it there. Ends what the pointer has begun. Nothing, and no undo step, when the clipboard is
+// empty.
 void PasteSelected();
 
 // Puts the copied node `copyindex` and all that is below it into the folder `parent`, with its

@@ -1,6 +1,5 @@
 #include "scene/scenefile.h"
 
-#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/filereplacement.h"
 #include "scene/model.h"
@@ -10,6 +9,7 @@
 #include "scene/treeview.h"
 #include "scene/undo.h"
 #include "ui/dialogs.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -175,7 +175,7 @@ int NewMrt()
 
 void DelScene()
 {
-    EndNewShapeTool();
+    EndPointerActions();
     DeleteAllShapes();
     ClearTree();
 }

@@ -1,6 +1,5 @@
 #include "scene/treeedit.h"
 
-#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/locate.h"
 #include "scene/model.h"
@@ -9,6 +8,7 @@
 #include "scene/treeview.h"
 #include "scene/undo.h"
 #include "ui/dialogs.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
 
 #include <algorithm>
@@ -156,7 +156,7 @@ void DelSelected()
     if (tops.empty()) {
         return;
     }
-    EndNewShapeTool();
+    EndPointerActions();
     PushScene();
     RemoveSubtrees(tops);
     rdstate |= redrawwanted;
@@ -179,7 +179,7 @@ void RemoveShape(int activeside)
     if (node < 0) {
         return;
     }
-    EndNewShapeTool();
+    EndPointerActions();
     PushScene();
     RemoveSubtrees({node});
     ShowVisibleShapes();

@@ -1,5 +1,5 @@
-// Renaming, removing and adding nodes of the tree. Removing is one undo step and ends a
-// construction; renaming and a new folder are no step.
+// Renaming, removing and adding nodes of the tree. Removing is one undo step and ends what the
+// pointer has begun; renaming and a new folder are no step.
 #pragma once
 
 namespace korvane

@@ -1,6 +1,5 @@
 #include "scene/undorecord.h"
 
-#include "geometry/creation.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/scenefile.h"
@@ -101,10 +100,7 @@ void RestoreRecord(const UndoRecord& record)
     if (!IsStillThere(record)) {
         return;
     }
-    EndNewShapeTool();
-    mainview.action = TOOL_NONE;
-    mstate = POINTER_IDLE;
-    ForgetPressedElements();
+    EndPointerActions();
     if (record.kind == UNDO_SHAPE) {
         RestoreShape(record);
     } else {

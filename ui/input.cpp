@@ -1,6 +1,7 @@
 #include "ui/input.h"
 
 #include "geometry/construction.h"
+#include "geometry/creation.h"
 #include "geometry/duplication.h"
 #include "geometry/duplicationclicks.h"
 #include "geometry/editing.h"
@@ -57,6 +58,14 @@ void ForgetPressedElements()
     buttonpresspointactive = -1;
     buttonpressstripeactive = -1;
     buttonpresssideactive = -1;
+}
+
+void EndPointerActions()
+{
+    EndNewShapeTool();
+    mainview.action = TOOL_NONE;
+    mstate = POINTER_IDLE;
+    ForgetPressedElements();
 }
 
 // The place of activepointer in a list, when it is of the list's type; else -1.

@@ -87,4 +87,8 @@ int GetPressedShape();
 // The elements under the last press are no longer those of the lists.
 void ForgetPressedElements();
 
+// Ends whatever the pointer has begun: what is under construction, a tool, a drag. For those who
+// take shapes away or put others into their places; they rebuild the active elements afterwards.
+void EndPointerActions();
+
 } // namespace korvane

@@ -11,6 +11,7 @@
 #include "tests/support/shapes.h"
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -420,6 +421,18 @@ TEST_F(Clipboard, EndsAConstructionWhenItIsPasted)
     EXPECT_EQ(newsign, 0);
     EXPECT_EQ(newpointnumber, 0);
     EXPECT_EQ(activepointnumber, 3 + 5 + 8 + 4 + 4);
+}
+
+TEST_F(Clipboard, PutsDownATakenUpToolWhenItIsPasted)
+{
+    Copy({square});
+    mainview.action = MOVE_SELECTED;
+    SetActivesOff();
+    CopySelected(); // copying does not
+    EXPECT_EQ(mainview.action, MOVE_SELECTED);
+    Paste({});
+    EXPECT_EQ(mainview.action, TOOL_NONE);
+    EXPECT_EQ(activesides[activesidenumber - 1].active, 1); // the pasted one can be picked
 }
 
 TEST_F(Clipboard, IsSeenAndPickableAtOnce)

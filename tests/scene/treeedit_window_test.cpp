@@ -11,6 +11,7 @@
 #include "tests/support/shapes.h"
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -373,6 +374,22 @@ TEST_F(TreeEdit, EndsAConstructionWhenShapesGo)
     EXPECT_EQ(newsign, 0);
     EXPECT_EQ(newpointnumber, 0);
     EXPECT_EQ(activepointnumber, 3 + 5 + 6);
+}
+
+TEST_F(TreeEdit, EndsATakenUpToolAndItsDrag)
+{
+    mainview.onlyselected = 0; // what is left stays in sight
+    SelectRows({leaf});
+    RefreshView();
+    mainview.action = MOVE_SHAPE; // of a shape whose index would name another afterwards
+    srshapenumber = 4;
+    mstate = LEFT_DRAG;
+    SetActivesOff();
+    DelSelected();
+    EXPECT_EQ(FindBrokenRule(), "");
+    EXPECT_EQ(mainview.action, TOOL_NONE);
+    EXPECT_EQ(mstate, POINTER_IDLE);
+    EXPECT_EQ(activesides[activesidenumber - 1].active, 1); // can be picked again
 }
 
 // Calls a command whose dialog is answered with a name. What the dialog showed is checked.
