@@ -6,12 +6,14 @@
 #include "scene/treehandlers.h"
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
+#include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"
+#include "view/mainview.h"
 
 #include <gtest/gtest.h>
 #include <gtk/gtkgl.h>
@@ -277,4 +279,33 @@ TEST(MainWindow, TicksAsLongAsItIsThere)
     ShowMainWindow();
     const int before = runtime;
     EXPECT_TRUE(HandleEventsUntil([=] { return runtime > before + 1; }));
+}
+
+static int CountExposes(GtkWidget*, GdkEvent* event, int* exposes)
+{
+    *exposes += event->type == GDK_EXPOSE ? 1 : 0;
+    return FALSE;
+}
+
+// The timer runs on; every fade has ended after fifteen of its ticks.
+TEST(MainWindow, DrawsNothingWhileNothingMoves)
+{
+    ShowMainWindow();
+    StartEmptyScene();
+    AddToScene(Cube(), "cube");
+    RefreshView();
+    const auto wait = [](int ticks) {
+        const int until = runtime + ticks;
+        EXPECT_TRUE(HandleEventsUntil([=] { return runtime >= until; }));
+    };
+    wait(30);
+    int exposes = 0;
+    const gulong counter = g_signal_connect(GetArea(), "event", G_CALLBACK(CountExposes), &exposes);
+    wait(30);
+    EXPECT_EQ(exposes, 0);
+    rdstate |= redrawwanted;
+    wait(5);
+    EXPECT_EQ(exposes, 1);
+    g_signal_handler_disconnect(GetArea(), counter);
+    StartEmptyScene();
 }
