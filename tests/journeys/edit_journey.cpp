@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
@@ -29,32 +28,7 @@ static std::string RoundBoxScene()
 
 // The box fills x from 0.1 to 0.3, y from 0.1 to 0.2 and z from -0.15 to 0.05; the points 4, 5, 6
 // and 7 are those of the side towards the viewer, from its lower left corner round by the right.
-class Edit : public SceneJourney
-{
-protected:
-    // A drag with the left button through these places, every step drawn before the next.
-    void Drag(const std::vector<std::array<double, 2>>& places)
-    {
-        journey.MoveTo(X(places[0][0]), Y(places[0][1]));
-        journey.LookWhenStill();
-        journey.Press(1);
-        for (std::size_t i = 1; i < places.size(); i++) {
-            journey.MoveTo(X(places[i][0]), Y(places[i][1]));
-            journey.LookWhenStill();
-        }
-        journey.Release(1);
-        journey.LookWhenStill();
-    }
-
-    // In the menu that a right click has brought the first item is chosen.
-    void ChooseFirstItem()
-    {
-        EXPECT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
-        journey.Key("Down");
-        journey.Key("Return");
-        EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
-    }
-};
+using Edit = SceneJourney;
 
 TEST_F(Edit, InsertsAPointByDraggingAnEdge)
 {
@@ -111,7 +85,7 @@ TEST_F(Edit, MarksAnEdgeAsACreaseWithItsMenu)
 {
     Start(RoundBoxScene());
     Click(0.2, 0.1, 3);
-    ChooseFirstItem();
+    ChooseItem(1);
     const Screenshot creased = LookWithoutPointer();
     EXPECT_GT(first.CountDifferences(creased), 200);
     auto shape = SaveShape();
@@ -120,7 +94,7 @@ TEST_F(Edit, MarksAnEdgeAsACreaseWithItsMenu)
     EXPECT_EQ(shape->vertexes[1], 5);
 
     Click(0.2, 0.1, 3); // the item is checked now
-    ChooseFirstItem();
+    ChooseItem(1);
     EXPECT_EQ(first.CountDifferences(LookWithoutPointer()), 0);
     EXPECT_EQ(SaveShape()->vertexnumber, 0);
 }

@@ -47,6 +47,29 @@ void SceneJourney::Click(double x, double y, int button)
     journey.Click(X(x), Y(y), button);
 }
 
+void SceneJourney::Drag(const std::vector<std::array<double, 2>>& places)
+{
+    journey.MoveTo(X(places[0][0]), Y(places[0][1]));
+    journey.LookWhenStill();
+    journey.Press(1);
+    for (std::size_t i = 1; i < places.size(); i++) {
+        journey.MoveTo(X(places[i][0]), Y(places[i][1]));
+        journey.LookWhenStill();
+    }
+    journey.Release(1);
+    journey.LookWhenStill();
+}
+
+void SceneJourney::ChooseItem(int place)
+{
+    EXPECT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
+    for (int i = 0; i < place; i++) {
+        journey.Key("Down");
+    }
+    journey.Key("Return");
+    EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
+}
+
 Screenshot SceneJourney::LookWithoutPointer()
 {
     journey.MoveTo(3, 3);

@@ -9,7 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
+#include <vector>
 
 namespace korvane::testing
 {
@@ -25,6 +27,11 @@ protected:
     int Y(double y) const;
 
     void Click(double x, double y, int button = 1);
+    // A drag with the left button through these places, every step drawn before the next.
+    void Drag(const std::vector<std::array<double, 2>>& places);
+    // In the menu that a right click has brought, the item of this place, the first being 1, is
+    // chosen.
+    void ChooseItem(int place);
     Screenshot LookWithoutPointer();
 
     SceneDraft Save();      // the scene, as it is saved now
