@@ -1,16 +1,11 @@
 // A box is copied, the view turned, the box pasted at the same place of the screen; it is renamed,
 // a folder made, the other box deleted, and all that walked back and forth.
-#include "tests/support/journey.h"
+#include "tests/support/scenejourney.h"
 #include "tests/support/scenetexts.h"
-#include "tests/support/tempfolder.h"
 #include "tests/support/treerows.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <sstream>
 #include <string>
 
 using namespace korvane::testing;
@@ -20,22 +15,13 @@ static bool IsYellow(const Color& color)
     return color.red > 80 && color.green > 80 && color.blue < std::min(color.red, color.green) / 2;
 }
 
-class ClipboardJourney : public ::testing::Test
+class ClipboardJourney : public SceneJourney
 {
 protected:
     void SetUp() override
     {
-        const std::string scene = journey.GetFolder() + "/box.mrt";
-        WriteText(scene, BoxScene());
-        ASSERT_TRUE(journey.Start(scene));
-        ASSERT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
+        Start(BoxScene());
         rows = FindTreeRows(journey); // selects the box
-    }
-
-    Screenshot LookFromTheCorner()
-    {
-        journey.MoveTo(3, 3); // over no shape
-        return journey.LookWhenStill();
     }
 
     void ClickRow(int row, int button = 1)
@@ -62,21 +48,8 @@ protected:
         ASSERT_TRUE(journey.WaitForFront("Vintra"));
     }
 
-    std::string Save()
-    {
-        const std::string path = journey.GetFolder() + "/saved.mrt";
-        journey.Key("ctrl+shift+s");
-        EXPECT_TRUE(journey.WaitForFront("Save scene"));
-        journey.Key("ctrl+a");
-        journey.Type(path);
-        journey.Key("alt+s");
-        EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(path); }));
-        return ReadWholeFile(path);
-    }
-
     static constexpr int fewchanged = 200; // pixels: lit edges and points have more or fewer
 
-    Journey journey;
     TreeRows rows;
 };
 
@@ -92,40 +65,35 @@ static int CountLost(const Screenshot& before, const Screenshot& after)
 
 // Seen from +x, what was x 0.1 to 0.3, y 0.1 to 0.2 and z -0.15 to 0.05 on the screen is z (to
 // either side), y and x of the scene.
-static void ExpectPointsOfPastedBox(const std::string& text)
+static void ExpectPastedBox(const korvane::Shape& box)
 {
-    std::string coordinates = text.substr(text.find("Points:\n") + 8);
-    coordinates.resize(coordinates.find("VertexNumber"));
-    std::replace(coordinates.begin(), coordinates.end(), ',', '.');
-    std::istringstream lines(coordinates);
-    int points = 0;
-    double x, y, z;
-    for (std::string mark; lines >> x >> y >> z >> mark; points++) {
-        EXPECT_NEAR(std::min(std::abs(x + 0.15), std::abs(x - 0.05)), 0, 1e-5) << x;
-        EXPECT_NEAR(std::min(std::abs(y - 0.1), std::abs(y - 0.2)), 0, 1e-5) << y;
-        EXPECT_NEAR(std::min(std::abs(std::abs(z) - 0.1), std::abs(std::abs(z) - 0.3)), 0, 1e-5);
+    ASSERT_EQ(box.pointnumber, 8);
+    for (int i = 0; i < 8; i++) {
+        const float* p = box.points[i];
+        EXPECT_NEAR(std::abs(p[0] + 0.05), 0.1, 1e-5);
+        EXPECT_NEAR(std::abs(p[1] - 0.15), 0.05, 1e-5);
+        EXPECT_NEAR(std::abs(std::abs(p[2]) - 0.2), 0.1, 1e-5);
     }
-    EXPECT_EQ(points, 8);
 }
 
 TEST_F(ClipboardJourney, CarriesABoxAcrossTheSceneAndTheUndoSteps)
 {
-    const Screenshot copied = LookFromTheCorner();
+    const Screenshot copied = LookWithoutPointer();
     journey.Key("c");
     journey.Click(20, copied.height / 2); // the left wall: the view turns to face it
     ASSERT_TRUE(WaitFor([&] { return CountLost(copied, journey.Look()) > 5000; }));
-    const Screenshot turned = LookFromTheCorner();
+    const Screenshot turned = LookWithoutPointer();
     ASSERT_GT(CountLost(copied, turned), 5000);
 
     journey.Key("v");
     ASSERT_TRUE(WaitFor([&] { return CountLost(copied, journey.Look()) < fewchanged; }));
-    const Screenshot both = LookFromTheCorner();
+    const Screenshot both = LookWithoutPointer();
     EXPECT_LT(CountLost(copied, both), fewchanged);
     EXPECT_LT(CountLost(turned, both), fewchanged); // the first is still there
 
     ClickRow(1); // the pasted box, alone: it alone is shown
     ASSERT_TRUE(WaitFor([&] { return CountLost(turned, journey.Look()) > 5000; }));
-    const Screenshot pasted = LookFromTheCorner();
+    const Screenshot pasted = LookWithoutPointer();
     EXPECT_LT(CountLost(copied, pasted), fewchanged);
     EXPECT_LT(CountLost(pasted, copied), fewchanged); // exactly where the other was
 
@@ -143,11 +111,11 @@ TEST_F(ClipboardJourney, CarriesABoxAcrossTheSceneAndTheUndoSteps)
     journey.Key("y");
     ASSERT_TRUE(WaitFor([&] { return CountLost(turned, journey.Look()) > 5000; }));
 
-    const std::string text = Save();
-    EXPECT_NE(text.find("ShapeNumber: 1\n"), std::string::npos);
-    EXPECT_NE(text.find("/room\n\n"), std::string::npos);
-    EXPECT_NE(text.find("Name:\n/cube\n"), std::string::npos);
-    EXPECT_EQ(text.find("/box"), std::string::npos);
-    ExpectPointsOfPastedBox(text);
+    const korvane::SceneDraft saved = Save();
+    ASSERT_EQ(saved.folders.size(), 1U);
+    EXPECT_EQ(saved.folders[0].name, "room");
+    ASSERT_EQ(saved.shapes.size(), 1U);
+    EXPECT_EQ(saved.shapes[0].name, "cube");
+    ExpectPastedBox(*saved.shapes[0].shape);
     EXPECT_EQ(ReadWholeFile(journey.GetOutput()), ""); // no diagnostics
 }
