@@ -1,12 +1,11 @@
 // The view under the hand: real pointer and key events over a yellow box.
-#include "tests/support/journey.h"
+#include "tests/support/scenejourney.h"
 #include "tests/support/scenetexts.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
 using namespace korvane::testing;
@@ -39,28 +38,12 @@ static Spot FindBox(const Screenshot& picture)
     return {x / count - picture.width / 2.0, picture.height / 2.0 - y / count};
 }
 
-class View : public ::testing::Test
+class View : public SceneJourney
 {
 protected:
     void SetUp() override
     {
-        const std::string scene = journey.GetFolder() + "/box.mrt";
-        std::ofstream(scene) << BoxScene();
-        ASSERT_TRUE(journey.Start(scene));
-        journey.MoveTo(3, 3); // on no shape
-        ASSERT_TRUE(WaitFor([&] { return journey.Look().Count(IsYellow) > 5000; }));
-        first = journey.LookWhenStill();
-        shorter = std::min(first.width, first.height);
-    }
-
-    // Pixels of a place in view coordinates.
-    int X(double x) const
-    {
-        return int(first.width / 2.0 + x * shorter);
-    }
-    int Y(double y) const
-    {
-        return int(first.height / 2.0 - y * shorter);
+        Start(BoxScene());
     }
 
     bool WaitForChange(const Screenshot& from)
@@ -73,11 +56,13 @@ protected:
         return WaitFor([&] { return first.CountDifferences(journey.Look()) == 0; });
     }
 
-    static constexpr int muchchanged = 2000; // pixels; a lit edge or point has fewer
+    // The pixels of a length in view coordinates.
+    double GetLength(double length) const
+    {
+        return length * std::min(first.width, first.height);
+    }
 
-    Journey journey;
-    Screenshot first; // the view at the start
-    int shorter = 0;
+    static constexpr int muchchanged = 2000; // pixels; a lit edge or point has fewer
 };
 
 TEST_F(View, IsTurnedByALeftDragOnTheBackgroundAndSnapsToTheAxes)
@@ -124,14 +109,14 @@ TEST_F(View, FliesToAClickedWallAndRollsIt)
     const Screenshot flown = journey.LookWhenStill();
     const Spot facing = FindBox(flown);
     // seen from +x: y still points up and the middle of the box in z, -0.05, lies to the side
-    EXPECT_NEAR(facing.y, 0.15 * shorter, 3);
-    EXPECT_NEAR(std::abs(facing.x), 0.05 * shorter, 3);
+    EXPECT_NEAR(facing.y, GetLength(0.15), 3);
+    EXPECT_NEAR(std::abs(facing.x), GetLength(0.05), 3);
 
     journey.Click(X(-0.2), Y(-0.2));
     ASSERT_TRUE(WaitForChange(flown));
     const Spot rolled = FindBox(journey.LookWhenStill());
-    EXPECT_NEAR(std::abs(rolled.x), 0.15 * shorter, 3); // a quarter turn
-    EXPECT_NEAR(std::abs(rolled.y), 0.05 * shorter, 3);
+    EXPECT_NEAR(std::abs(rolled.x), GetLength(0.15), 3); // a quarter turn
+    EXPECT_NEAR(std::abs(rolled.y), GetLength(0.05), 3);
 }
 
 TEST_F(View, FliesToAClickedSurface)
@@ -139,7 +124,7 @@ TEST_F(View, FliesToAClickedSurface)
     journey.Click(X(0.15), Y(0.15)); // the side at z = 0.05 faces the viewer already
     ASSERT_TRUE(WaitForChange(first));
     const Spot box = FindBox(journey.LookWhenStill());
-    EXPECT_NEAR(box.x, 0.05 * shorter, 3); // its middle, 0.2 and 0.15, from the clicked spot
+    EXPECT_NEAR(box.x, GetLength(0.05), 3); // its middle, 0.2 and 0.15, from the clicked spot
     EXPECT_NEAR(box.y, 0, 3);
 }
 

@@ -343,41 +343,50 @@ static std::string FindBrokenRuleOfBodies()
     return broken;
 }
 
+// Undoes or redoes until `arrived`, a flight and a restored state being a call each.
+static std::string Walk(void (*step)(), bool (*arrived)(), const std::string& name)
+{
+    for (int calls = 4 * pnumber + 4; !arrived(); calls--) {
+        if (calls == 0) {
+            return name + " comes to its end";
+        }
+        step();
+        FinishFlight();
+        const std::string broken = FindBrokenRuleOfBodies();
+        if (!broken.empty()) {
+            return name + ": " + broken;
+        }
+    }
+    return "";
+}
+
+static std::string GoToLastState()
+{
+    return Walk(
+        PopRedo, [] { return pindex + 1 >= pnumber; }, "redo");
+}
+
 static std::string GoBackAndForth(const Monkey& monkey)
 {
     DelNewPoints();
     FinishFlight();
-    while (pindex + 1 < pnumber) { // to the newest state
-        PopRedo();
-        FinishFlight();
-    }
+    std::string broken = GoToLastState();
     const std::string last = GetFingerprint();
-    for (int calls = 4 * pnumber + 4; pindex > 0; calls--) {
-        if (calls == 0) {
-            return "undo comes to the first step";
-        }
-        PopUndo();
-        FinishFlight();
-        const std::string broken = FindBrokenRuleOfBodies();
-        if (!broken.empty()) {
-            return "while undoing: " + broken;
-        }
+    if (broken.empty()) {
+        broken = Walk(
+            PopUndo, [] { return pindex == 0; }, "undo");
     }
-    if (!monkey.free && GetFingerprint() != monkey.first) {
+    const std::string first = GetFingerprint();
+    if (broken.empty()) {
+        broken = GoToLastState();
+    }
+    if (!broken.empty() || monkey.free) {
+        return broken;
+    }
+    if (first != monkey.first) {
         return "undoing everything gives the first scene";
     }
-    for (int calls = 4 * pnumber + 4; pindex + 1 < pnumber; calls--) {
-        if (calls == 0) {
-            return "redo comes to the last step";
-        }
-        PopRedo();
-        FinishFlight();
-        const std::string broken = FindBrokenRuleOfBodies();
-        if (!broken.empty()) {
-            return "while redoing: " + broken;
-        }
-    }
-    return monkey.free || GetFingerprint() == last ? "" : "redoing everything gives the last scene";
+    return GetFingerprint() == last ? "" : "redoing everything gives the last scene";
 }
 
 struct Action {

@@ -64,12 +64,6 @@ protected:
         StartView();
     }
 
-    static int AddShapeRow(OwnedShape shape, const std::string& name, int folder)
-    {
-        AddToScene(std::move(shape), name, folder);
-        return treeiternumber - 1;
-    }
-
     static void Copy(const std::vector<int>& nodes)
     {
         SelectRows(nodes);

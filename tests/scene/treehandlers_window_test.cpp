@@ -174,12 +174,6 @@ protected:
         camposition = cameraframes;
     }
 
-    static int AddShapeRow(OwnedShape shape, const std::string& name, int folder)
-    {
-        AddToScene(std::move(shape), name, folder);
-        return treeiternumber - 1;
-    }
-
     int a = 0;
     int b = 0;
     int e = 0;

@@ -5,12 +5,20 @@
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 
+#include <utility>
+
 namespace korvane::testing
 {
 
 int AddFolder(const std::string& name, int parent)
 {
     return AddTreeIter(parent, NODE_FOLDER, CopyArray(name.c_str(), int(name.size()) + 1));
+}
+
+int AddShapeRow(OwnedShape shape, const std::string& name, int folder)
+{
+    AddToScene(std::move(shape), name, folder);
+    return treeiternumber - 1;
 }
 
 std::string GetContent(int folder)

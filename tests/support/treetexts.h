@@ -1,6 +1,8 @@
 // The folder tree of the main window as texts, and its rows as a user picks them.
 #pragma once
 
+#include "tests/support/shapes.h"
+
 #include <string>
 #include <vector>
 
@@ -8,6 +10,8 @@ namespace korvane::testing
 {
 
 int AddFolder(const std::string& name, int parent = 0); // returns its node
+
+int AddShapeRow(OwnedShape shape, const std::string& name, int folder); // likewise
 
 // What is in a folder, as for instance "a(b() one) two".
 std::string GetContent(int folder = 0);
