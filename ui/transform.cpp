@@ -8,6 +8,7 @@
 #include "scene/undo.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
+#include "ui/modaldialog.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -145,22 +146,17 @@ static void AddSlider(GtkWidget* box, const SliderKind& kind, const char* markup
 }
 
 // A dialog with an empty vertical box, which is handed over through `box`.
-static GtkWidget* MakeDialog(const char* title, bool homogeneous, int spacing, GtkWidget** box)
+static Dialog MakeTransformDialog(const char* title, bool homogeneous, int spacing, GtkWidget** box)
 {
-    GtkWidget* dialog = gtk_dialog_new();
-    GtkWindow* window = GTK_WINDOW(dialog);
-    gtk_window_set_title(window, title);
-    gtk_window_set_transient_for(window, GTK_WINDOW(mainwindow));
-    gtk_window_set_modal(window, TRUE);
+    Dialog dialog = MakeModalDialog(title, GTK_STOCK_OK);
+    GtkWindow* window = GTK_WINDOW(dialog.get());
     gtk_window_set_resizable(window, FALSE);
     gtk_window_set_skip_taskbar_hint(window, TRUE);
     gtk_window_set_skip_pager_hint(window, TRUE);
     gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_NORMAL);
-    gtk_dialog_add_button(GTK_DIALOG(dialog), GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL);
-    gtk_dialog_add_button(GTK_DIALOG(dialog), GTK_STOCK_OK, GTK_RESPONSE_OK);
     *box = gtk_vbox_new(homogeneous, spacing);
     gtk_container_set_border_width(GTK_CONTAINER(*box), 10);
-    gtk_container_add(GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog))), *box);
+    gtk_container_add(GetContentOf(dialog), *box);
     return dialog;
 }
 
@@ -232,14 +228,13 @@ static void EndTransform(std::vector<FormerShape>& former, bool keep)
     rdstate |= redrawwanted;
 }
 
-// Runs a dialog with its sliders and destroys it.
-static void RunTransform(GtkWidget* dialog)
+static void RunTransform(Dialog dialog)
 {
     std::vector<FormerShape> former = CopyTargets();
     rdstate |= redrawwanted;
-    gtk_widget_show_all(dialog);
-    const bool keep = gtk_dialog_run(GTK_DIALOG(dialog)) == GTK_RESPONSE_OK;
-    gtk_widget_destroy(dialog);
+    gtk_widget_show_all(dialog.get());
+    const bool keep = gtk_dialog_run(GTK_DIALOG(dialog.get())) == GTK_RESPONSE_OK;
+    dialog.reset();
     EndTransform(former, keep);
 }
 
@@ -266,11 +261,11 @@ void RotateDialog()
                                                : "Rotate selected";
     const int code = tool == ROTATE_SIDE ? 1 : tool == ROTATE_SHAPE ? 4 : 7;
     GtkWidget* box;
-    GtkWidget* dialog = MakeDialog(title, true, 10, &box);
+    Dialog dialog = MakeTransformDialog(title, true, 10, &box);
     AddSlider(box, anglekind, "<b> X axis: </b>", code);
     AddSlider(box, anglekind, "<b> Y axis: </b>", code + 1);
     AddSlider(box, anglekind, "<b> Z axis: </b>", code + 2);
-    RunTransform(dialog);
+    RunTransform(std::move(dialog));
 }
 
 void ScaleDialog()
@@ -282,13 +277,13 @@ void ScaleDialog()
     const int code = tool == SCALE_SIDE ? 10 : tool == SCALE_SHAPE ? 14 : 18;
     GtkWidget* box;
     // Deliberate: the title names the selection for a side and for a shape too.
-    GtkWidget* dialog = MakeDialog("Scale selected", false, 0, &box);
+    Dialog dialog = MakeTransformDialog("Scale selected", false, 0, &box);
     AddSlider(box, exponentkind, "<b> A: </b>", code);
     gtk_container_add(GTK_CONTAINER(box), gtk_hseparator_new());
     AddSlider(box, exponentkind, "<b> X: </b>", code + 1);
     AddSlider(box, exponentkind, "<b> Y: </b>", code + 2);
     AddSlider(box, exponentkind, "<b> Z: </b>", code + 3);
-    RunTransform(dialog);
+    RunTransform(std::move(dialog));
 }
 
 } // namespace korvane
