@@ -8,6 +8,7 @@
 #include "tests/support/scenetexts.h"
 #include "tests/support/shapes.h"
 #include "tests/support/tempfolder.h"
+#include "tests/support/treetexts.h"
 #include "view/frameloop.h"
 #include "view/picking.h"
 
@@ -27,11 +28,6 @@ using Errors = std::vector<std::string>;
 
 static const Errors cannotopen{"Can't open the scene!"};
 static const Errors cannotsave{"Can't save the scene!"};
-
-static char* NewName(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
 
 class SceneFile : public ::testing::Test
 {
@@ -60,9 +56,9 @@ protected:
     // A scene with all kinds of shapes, in folders and beside them.
     static void BuildScene()
     {
-        const int a = AddTreeIter(0, NODE_FOLDER, NewName("a"));
-        const int b = AddTreeIter(a, NODE_FOLDER, NewName("b"));
-        AddTreeIter(0, NODE_FOLDER, NewName("c")); // stays empty
+        const int a = AddFolder("a");
+        const int b = AddFolder("b", a);
+        AddFolder("c"); // stays empty
         AddToScene(Cube(), "cube", b);
         AddToScene(Star(), "star", a);
         AddToScene(TrianglePrism(), "Prism");
@@ -289,10 +285,10 @@ TEST_F(SceneFile, WritesCommasWhateverTheLocale)
 
 TEST_F(SceneFile, KeepsTheRestReadableWhenANameCannotBeCarried)
 {
-    const int parent = AddTreeIter(0, NODE_FOLDER, NewName("my folder/one"));
+    const int parent = AddFolder("my folder/one");
     AddToScene(Square(), "t\xc3\xa9te #1\nName:", parent);
     AddToScene(Square(), "", parent);
-    AddTreeIter(0, NODE_FOLDER, NewName(""));
+    AddFolder("");
     AddToScene(Cube(), "whole");
     const std::string text = SavedText();
     EXPECT_EQ(OpenText(text), 0);
@@ -302,8 +298,8 @@ TEST_F(SceneFile, KeepsTheRestReadableWhenANameCannotBeCarried)
 
 TEST_F(SceneFile, MergesFoldersOfEqualNames)
 {
-    const int first = AddTreeIter(0, NODE_FOLDER, NewName("a"));
-    const int second = AddTreeIter(0, NODE_FOLDER, NewName("a"));
+    const int first = AddFolder("a");
+    const int second = AddFolder("a");
     AddToScene(Square(), "x", first);
     AddToScene(Square(), "y", second);
     OpenText(SavedText());

@@ -1,7 +1,6 @@
 #include "scene/treeedit.h"
 
 #include "geometry/construction.h"
-#include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/treeselection.h"
 #include "scene/treeview.h"

@@ -32,11 +32,6 @@ struct PathDeleter {
 };
 using OwnedPath = std::unique_ptr<GtkTreePath, PathDeleter>;
 
-static char* Name(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
-
 static GtkTreeModel* GetModel()
 {
     return GTK_TREE_MODEL(store);
@@ -75,11 +70,6 @@ static void Select(int node)
     GtkTreeSelection* selection = gtk_tree_view_get_selection(GetView());
     gtk_tree_selection_unselect_all(selection);
     gtk_tree_selection_select_iter(selection, &treeiters[node].iter);
-}
-
-static std::vector<int> GetSelectedNodes()
-{
-    return {treeselected, treeselected + treeselectednumber};
 }
 
 // The first row whose place or icon is not what the program takes it for.
@@ -154,10 +144,10 @@ protected:
     {
         ShowMainWindow();
         StartEmptyScene();
-        a = AddTreeIter(0, NODE_FOLDER, Name("a"));
-        b = AddTreeIter(a, NODE_FOLDER, Name("b"));
-        e = AddTreeIter(0, NODE_FOLDER, Name("e"));
-        m = AddTreeIter(0, NODE_FOLDER, Name("m"));
+        a = AddFolder("a");
+        b = AddFolder("b", a);
+        e = AddFolder("e");
+        m = AddFolder("m");
         deep = AddShapeRow(Square(), "deep", b);
         leaf = AddShapeRow(Square(), "leaf", a);
         only = AddShapeRow(Square(), "only", m);
@@ -431,8 +421,8 @@ TEST_F(TreeHandlers, CloseTheRightFolderWhenTheMovedOneComesBeforeIt)
 {
     // Dropped at the end, "c" is sorted in before "x", which then stands one row further down than
     // the store says when it tells that "x" has lost its last row: "m" stands there.
-    const int x = AddTreeIter(0, NODE_FOLDER, Name("x"));
-    const int inside = AddTreeIter(x, NODE_FOLDER, Name("c"));
+    const int x = AddFolder("x");
+    const int inside = AddFolder("c", x);
     AddShapeRow(Square(), "kept", inside);
     gtk_tree_view_expand_all(GetView());
     ASSERT_TRUE(DragAfter(inside, square));
@@ -462,7 +452,7 @@ TEST_F(TreeHandlers, CannotPutAFolderIntoItself)
 TEST_F(TreeHandlers, KeepTreeAndRowsInStepThroughManyDrags)
 {
     for (const char* name : {"c", "f", "k", "x"}) { // folders that become empty with one drag
-        AddTreeIter(AddTreeIter(0, NODE_FOLDER, Name(name)), NODE_FOLDER, Name("in"));
+        AddFolder("in", AddFolder(name));
     }
     std::mt19937 random(7); // the same drags in every run
     const auto pick = [&random] { return 1 + int(random() % unsigned(treeiternumber - 1)); };
@@ -546,11 +536,11 @@ TEST_F(TreeHandlers, CollectAThousandNodes)
 {
     // Made in the order in which they are collected: the top, and nine times a folder with 110
     // folders. Equal names stay in the order in which they came.
-    const int top = AddTreeIter(0, NODE_FOLDER, Name("top"));
+    const int top = AddFolder("top");
     for (int i = 0; i < 9; i++) {
-        const int folder = AddTreeIter(top, NODE_FOLDER, Name("folder"));
+        const int folder = AddFolder("folder", top);
         for (int k = 0; k < 110; k++) {
-            AddTreeIter(folder, NODE_FOLDER, Name("inside"));
+            AddFolder("inside", folder);
         }
     }
     int count = 0;

@@ -3,6 +3,7 @@
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,6 @@ namespace korvane
 {
 
 using namespace korvane::testing;
-
-static char* Name(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
 
 static std::vector<int> CollectSelectedShapes()
 {
@@ -31,9 +27,9 @@ protected:
     void SetUp() override
     {
         StartEmptyScene();
-        a = AddTreeIter(0, NODE_FOLDER, Name("a"));
-        b = AddTreeIter(a, NODE_FOLDER, Name("b"));
-        c = AddTreeIter(0, NODE_FOLDER, Name("c"));
+        a = AddFolder("a");
+        b = AddFolder("b", a);
+        c = AddFolder("c");
         AddToScene(Square(), "zero", a);
         zero = treeiternumber - 1;
         AddToScene(Square(), "one", b);

@@ -5,6 +5,7 @@
 #include "scene/treeview.h"
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "view/frameloop.h"
@@ -27,14 +28,9 @@ static char* Name(const std::string& name)
     return CopyArray(name.c_str(), int(name.size()) + 1);
 }
 
-static GtkTreeSelection* GetSelection()
+static GtkTreeSelection* GetTreeSelection()
 {
     return gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
-}
-
-static std::vector<int> GetSelectedNodes()
-{
-    return {treeselected, treeselected + treeselectednumber};
 }
 
 static std::string GetStatusText()
@@ -51,14 +47,14 @@ protected:
     {
         ShowMainWindow();
         StartEmptyScene();
-        a = AddTreeIter(0, NODE_FOLDER, Name("a"));
-        b = AddTreeIter(a, NODE_FOLDER, Name("b"));
-        c = AddTreeIter(0, NODE_FOLDER, Name("c"));
-        inner = AddShapeRow("inner", b);
-        one = AddShapeRow("one", a);
-        three = AddShapeRow("three", a); // sorted: one, three, two
-        two = AddShapeRow("two", a);
-        top = AddShapeRow("top", 0);
+        a = AddFolder("a");
+        b = AddFolder("b", a);
+        c = AddFolder("c");
+        inner = AddShapeRow(Square(), "inner", b);
+        one = AddShapeRow(Square(), "one", a);
+        three = AddShapeRow(Square(), "three", a); // sorted: one, three, two
+        two = AddShapeRow(Square(), "two", a);
+        top = AddShapeRow(Square(), "top", 0);
         gtk_tree_view_expand_all(GTK_TREE_VIEW(treeview));
         mainview.onlyselected = 0;
         PrintStatusBar(" ");
@@ -67,24 +63,6 @@ protected:
     {
         EXPECT_EQ(FindBrokenRule(), "");
         StartEmptyScene();
-    }
-
-    static int AddShapeRow(const std::string& name, int folder)
-    {
-        AddToScene(Square(), name, folder);
-        return treeiternumber - 1;
-    }
-
-    // One change of the selection that leaves exactly these rows selected.
-    static void Select(const std::vector<int>& nodes)
-    {
-        BeginRowRemoval(); // a silent handler: each row alone would be a change
-        gtk_tree_selection_unselect_all(GetSelection());
-        for (int node : nodes) {
-            gtk_tree_selection_select_iter(GetSelection(), &treeiters[node].iter);
-        }
-        EndRowRemoval();
-        TreeSelectedChange(GetSelection());
     }
 
     int a = 0;
@@ -99,59 +77,59 @@ protected:
 
 TEST_F(TreeSelection, IsReadWhenARowIsSelected)
 {
-    gtk_tree_selection_select_iter(GetSelection(), &treeiters[top].iter);
+    gtk_tree_selection_select_iter(GetTreeSelection(), &treeiters[top].iter);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
-    EXPECT_EQ(tselection, GetSelection());
+    EXPECT_EQ(tselection, GetTreeSelection());
 }
 
 TEST_F(TreeSelection, HasNoArrayWhenNoRowIsSelected)
 {
-    Select({top});
-    gtk_tree_selection_unselect_all(GetSelection());
+    SelectRows({top});
+    gtk_tree_selection_unselect_all(GetTreeSelection());
     EXPECT_EQ(treeselectednumber, 0);
     EXPECT_EQ(treeselected, nullptr);
 }
 
 TEST_F(TreeSelection, ListsTheRowsFromTopToBottom)
 {
-    Select({top, c, two, one});
+    SelectRows({top, c, two, one});
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({one, two, c, top}));
 }
 
 TEST_F(TreeSelection, LeavesOnlyTheFolderOfAFolderAndAShapeInIt)
 {
-    Select({a, one});
+    SelectRows({a, one});
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a}));
 }
 
 TEST_F(TreeSelection, DropsWhatLiesDeepInASelectedFolder)
 {
-    Select({a, inner});
+    SelectRows({a, inner});
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a}));
 }
 
 TEST_F(TreeSelection, KeepsWhatStandsBesideASelectedFolder)
 {
-    Select({b, one, top});
+    SelectRows({b, one, top});
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({b, one, top}));
 }
 
 TEST_F(TreeSelection, SkipsTheEntryAfterADroppedOne)
 {
-    Select({a, one, three}); // a stays, one goes, three moves up into its place unexamined
+    SelectRows({a, one, three}); // a stays, one goes, three moves up into its place unexamined
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a, three}));
 }
 
 TEST_F(TreeSelection, ExaminesTheEntryAfterASkippedOne)
 {
-    Select({a, one, three, two, top}); // one goes, three is skipped, two goes, top is skipped
+    SelectRows({a, one, three, two, top}); // one goes, three is skipped, two goes, top is skipped
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a, three, top}));
 }
 
 TEST_F(TreeSelection, CountsADroppedFolderAsSelected)
 {
     // b goes, inner is skipped, one goes for a.
-    Select({a, b, inner, one});
+    SelectRows({a, b, inner, one});
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a, inner}));
 }
 
@@ -160,7 +138,7 @@ TEST_F(TreeSelection, MarksShapesAndShowsAllOfThem)
     const unsigned char before[] = {31, 0, 80 | 9, 16 | 4, 15};
     std::copy(std::begin(before), std::end(before), selected);
     rdstate = 0;
-    Select({b, one}); // shapes 0 and 1
+    SelectRows({b, one}); // shapes 0 and 1
     // The level in the low four bits stays; 80 is "selected in the tree" and "shown", 16 "shown".
     const std::vector<int> after{80 | 15, 80 | 0, 16 | 9, 16 | 4, 16 | 15};
     EXPECT_EQ(std::vector<int>(selected, selected + shapenumber), after);
@@ -172,7 +150,7 @@ TEST_F(TreeSelection, ShowsOnlyTheSelectedShapesWhileTheViewIsRestricted)
     mainview.onlyselected = 1;
     const unsigned char before[] = {31, 0, 80 | 9, 16 | 4, 15};
     std::copy(std::begin(before), std::end(before), selected);
-    Select({b, one});
+    SelectRows({b, one});
     const std::vector<int> after{80 | 15, 80 | 0, 9, 4, 15};
     EXPECT_EQ(std::vector<int>(selected, selected + shapenumber), after);
 }
@@ -181,17 +159,17 @@ TEST_F(TreeSelection, SaysWhyShapesLeaveTheView)
 {
     mainview.onlyselected = 1;
     std::fill(selected, selected + shapenumber, static_cast<unsigned char>(31));
-    Select({top});
+    SelectRows({top});
     EXPECT_EQ(GetStatusText(), " Only selected shapes are shown");
 }
 
 TEST_F(TreeSelection, SaysNothingWhenNoShapeLeavesTheView)
 {
     std::fill(selected, selected + shapenumber, static_cast<unsigned char>(31));
-    Select({top});
+    SelectRows({top});
     EXPECT_EQ(GetStatusText(), " ");
     mainview.onlyselected = 1;
-    Select({a, c, top}); // all five shapes
+    SelectRows({a, c, top}); // all five shapes
     EXPECT_EQ(GetStatusText(), " ");
 }
 
@@ -206,7 +184,7 @@ TEST_F(TreeSelection, MarksEverythingBelowANode)
 
 TEST_F(TreeSelection, GainsTheRowOfAPickedShape)
 {
-    Select({c});
+    SelectRows({c});
     SetSelection(treeiters[one].shapeindex);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({one, c}));
 }
@@ -220,7 +198,7 @@ TEST_F(TreeSelection, GainsAPickedShapeWhoseFoldersAreClosed)
 
 TEST_F(TreeSelection, StaysWhenAPickedShapeIsSelectedAlready)
 {
-    Select({top, one});
+    SelectRows({top, one});
     rdstate = 0;
     SetSelection(treeiters[one].shapeindex);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({one, top}));
@@ -229,47 +207,47 @@ TEST_F(TreeSelection, StaysWhenAPickedShapeIsSelectedAlready)
 
 TEST_F(TreeSelection, StaysWhenAFolderAboveAPickedShapeIsSelected)
 {
-    Select({a});
+    SelectRows({a});
     SetSelection(treeiters[inner].shapeindex);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({a}));
-    EXPECT_FALSE(gtk_tree_selection_iter_is_selected(GetSelection(), &treeiters[inner].iter));
+    EXPECT_FALSE(gtk_tree_selection_iter_is_selected(GetTreeSelection(), &treeiters[inner].iter));
 }
 
 TEST_F(TreeSelection, StaysWhenAPickedShapeHasNoNode)
 {
-    Select({top});
+    SelectRows({top});
     SetSelection(shapenumber);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
 }
 
 TEST_F(TreeSelection, TellsWhereANewNodeGoes)
 {
-    Select({});
+    SelectRows({});
     EXPECT_EQ(GetTreePutPlace(), 0);
-    Select({b}); // a folder
+    SelectRows({b}); // a folder
     EXPECT_EQ(GetTreePutPlace(), b);
-    Select({c}); // an empty one
+    SelectRows({c}); // an empty one
     EXPECT_EQ(GetTreePutPlace(), c);
-    Select({inner}); // a shape
+    SelectRows({inner}); // a shape
     EXPECT_EQ(GetTreePutPlace(), b);
-    Select({top});
+    SelectRows({top});
     EXPECT_EQ(GetTreePutPlace(), 0);
-    Select({one, two}); // both in a
+    SelectRows({one, two}); // both in a
     EXPECT_EQ(GetTreePutPlace(), a);
-    Select({b, one}); // both in a, though one is a folder
+    SelectRows({b, one}); // both in a, though one is a folder
     EXPECT_EQ(GetTreePutPlace(), a);
-    Select({a, c}); // both at the top
+    SelectRows({a, c}); // both at the top
     EXPECT_EQ(GetTreePutPlace(), 0);
-    Select({inner, one}); // different folders
+    SelectRows({inner, one}); // different folders
     EXPECT_EQ(GetTreePutPlace(), 0);
 }
 
 TEST_F(TreeSelection, PutsACreatedNodeInTheSelectedFolder)
 {
-    Select({c});
+    SelectRows({c});
     const int folder = CreateTreeIter(NODE_FOLDER, Name("new"));
     EXPECT_EQ(treeiters[folder].parent, c);
-    Select({inner});
+    SelectRows({inner});
     AddShape(Cube().release());
     const int shape = CreateTreeIter(NODE_SHAPE, Name("cube"));
     SetActives();
@@ -279,11 +257,11 @@ TEST_F(TreeSelection, PutsACreatedNodeInTheSelectedFolder)
 
 TEST_F(TreeSelection, IsNotReadWhileRowsVanishAndOnceAfterwards)
 {
-    Select({top});
+    SelectRows({top});
     BeginRowRemoval();
     BeginRowRemoval();
-    gtk_tree_selection_unselect_all(GetSelection());
-    gtk_tree_selection_select_iter(GetSelection(), &treeiters[c].iter);
+    gtk_tree_selection_unselect_all(GetTreeSelection());
+    gtk_tree_selection_select_iter(GetTreeSelection(), &treeiters[c].iter);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
     EndRowRemoval(); // the inner one
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
@@ -295,7 +273,7 @@ TEST_F(TreeSelection, IsNotReadWhileRowsVanishAndOnceAfterwards)
 
 TEST_F(TreeSelection, IsEmptyWhenTheTreeIsCleared)
 {
-    Select({a, top});
+    SelectRows({a, top});
     StartEmptyScene();
     EXPECT_EQ(treeselectednumber, 0);
     EXPECT_EQ(treeselected, nullptr);

@@ -4,6 +4,7 @@
 #include "scene/model.h"
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 
 #include <gtest/gtest.h>
 
@@ -61,8 +62,8 @@ TEST_F(Tree, OrdersShapesWithoutRegardToCaseAndEqualNamesAsTheyCame)
 TEST_F(Tree, PutsAFolderBeforeEveryShape)
 {
     AddToScene(Square(), "A");
-    AddTreeIter(0, NODE_FOLDER, Name("z"));
-    AddTreeIter(0, NODE_FOLDER, Name("Y"));
+    AddFolder("z");
+    AddFolder("Y");
     EXPECT_EQ(NamesIn(0), "YzA");
     EXPECT_EQ(FindBrokenRule(), "");
 }
@@ -79,8 +80,8 @@ TEST_F(Tree, GivesAShapeNodeTheNewestShape)
 
 TEST_F(Tree, NestsFolders)
 {
-    const int a = AddTreeIter(0, NODE_FOLDER, Name("a"));
-    const int b = AddTreeIter(a, NODE_FOLDER, Name("b"));
+    const int a = AddFolder("a");
+    const int b = AddFolder("b", a);
     AddToScene(Cube(), "box", b);
     EXPECT_EQ(treeiters[b].parent, a);
     EXPECT_EQ(NamesIn(b), "box");
@@ -97,7 +98,7 @@ TEST_F(Tree, LoadsInBulkAsItDoesOneByOne)
         parents.push_back(int(random() % unsigned(i + 1)));
     }
     for (int i = 0; i < 60; i++) {
-        AddTreeIter(parents[std::size_t(i)], NODE_FOLDER, Name(names[std::size_t(i)]));
+        AddFolder(names[std::size_t(i)], parents[std::size_t(i)]);
     }
     std::vector<std::vector<int>> children;
     for (int i = 0; i < treeiternumber; i++) {
@@ -120,7 +121,7 @@ TEST_F(Tree, LoadsInBulkAsItDoesOneByOne)
 
 TEST_F(Tree, IsClearedDownToItsRoot)
 {
-    AddTreeIter(AddTreeIter(0, NODE_FOLDER, Name("a")), NODE_FOLDER, Name("b"));
+    AddFolder("b", AddFolder("a"));
     ClearTree();
     EXPECT_EQ(treeiternumber, 1);
     EXPECT_EQ(treeiters[0].childnumber, 0);

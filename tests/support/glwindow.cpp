@@ -226,4 +226,13 @@ void ProjectScene()
     ChangeActives();
 }
 
+void ExpectEmpty(const Picture& picture)
+{
+    for (int y = 0; y < picture.height; y++) {
+        for (int x = 0; x < picture.width; x++) {
+            ASSERT_EQ(picture.At(x, y), cleared) << x << ", " << y;
+        }
+    }
+}
+
 } // namespace korvane::testing

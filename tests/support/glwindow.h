@@ -3,10 +3,12 @@
 
 #include "tests/support/widgets.h"
 
+#include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
 #include <functional>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -76,5 +78,30 @@ void StartEmptyView();
 
 // Projects the scene for the current view and rebuilds the active elements.
 void ProjectScene();
+
+// The fixture of tests that draw into a window of their own, each in an empty view.
+class GlWindowTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        StartEmptyView();
+    }
+
+    void TearDown() override
+    {
+        StartEmptyView();
+    }
+
+    void Open(int w, int h) // in the place of the window that is there
+    {
+        window.reset();
+        window = std::make_unique<GlWindow>(w, h);
+    }
+
+    std::unique_ptr<GlWindow> window = std::make_unique<GlWindow>(400, 400);
+};
+
+void ExpectEmpty(const Picture& picture); // all of it cleared
 
 } // namespace korvane::testing

@@ -21,6 +21,11 @@ int AddShapeRow(OwnedShape shape, const std::string& name, int folder)
     return treeiternumber - 1;
 }
 
+std::vector<int> GetSelectedNodes()
+{
+    return {treeselected, treeselected + treeselectednumber};
+}
+
 std::string GetContent(int folder)
 {
     std::string text;

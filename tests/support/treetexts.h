@@ -1,4 +1,4 @@
-// The folder tree of the main window as texts, and its rows as a user picks them.
+// The folder tree as texts, and its rows as they are added and picked.
 #pragma once
 
 #include "tests/support/shapes.h"
@@ -12,6 +12,8 @@ namespace korvane::testing
 int AddFolder(const std::string& name, int parent = 0); // returns its node
 
 int AddShapeRow(OwnedShape shape, const std::string& name, int folder); // likewise
+
+std::vector<int> GetSelectedNodes();
 
 // What is in a folder, as for instance "a(b() one) two".
 std::string GetContent(int folder = 0);

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <set>
 #include <vector>
 
@@ -23,25 +22,14 @@ namespace korvane
 
 using namespace korvane::testing;
 
-class Background : public ::testing::Test
+class Background : public GlWindowTest
 {
 protected:
     void SetUp() override
     {
-        StartEmptyView();
+        GlWindowTest::SetUp();
         mainview.bgshape = BACKGROUND_NONE;
         mainview.bgcubefade = 0;
-    }
-
-    void TearDown() override
-    {
-        StartEmptyView();
-    }
-
-    void Open(int w, int h)
-    {
-        window.reset();
-        window = std::make_unique<GlWindow>(w, h);
     }
 
     Picture Draw() const
@@ -53,18 +41,7 @@ protected:
     {
         return window->DrawAndCover([] { BgDrawBefore(&mainview); }, depth);
     }
-
-    std::unique_ptr<GlWindow> window = std::make_unique<GlWindow>(400, 400);
 };
-
-static void ExpectEmpty(const Picture& picture)
-{
-    for (int y = 0; y < picture.height; y++) {
-        for (int x = 0; x < picture.width; x++) {
-            ASSERT_EQ(picture.At(x, y), cleared) << x << ", " << y;
-        }
-    }
-}
 
 TEST_F(Background, IsEmptyWhileAllIsOff)
 {

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 
 namespace korvane
 {
@@ -70,12 +69,13 @@ static Pixel Blend(const Ink& ink, double alpha)
     return MakePixel(mix(ink.red), mix(ink.green), mix(ink.blue));
 }
 
-class BackgroundPicture : public ::testing::Test
+class BackgroundPicture : public GlWindowTest
 {
 protected:
     void SetUp() override
     {
-        StartEmptyView();
+        GlWindowTest::SetUp();
+        Open(200, 200);
         mainview.smallcubefade = 0;
         mainview.imagefade = fadedone;
     }
@@ -88,21 +88,13 @@ protected:
         if (mainview.bgimage != nullptr) {
             g_object_unref(mainview.bgimage);
         }
-        StartEmptyView();
-    }
-
-    void Open(int w, int h)
-    {
-        window.reset();
-        window = std::make_unique<GlWindow>(w, h);
+        GlWindowTest::TearDown();
     }
 
     Picture Draw() const
     {
         return window->Draw([] { BgDrawAfter(&mainview); });
     }
-
-    std::unique_ptr<GlWindow> window = std::make_unique<GlWindow>(200, 200);
 };
 
 TEST_F(BackgroundPicture, StandsUprightWithThreeTenthsOfItsColor)

@@ -10,8 +10,6 @@
 #include <GL/glew.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace korvane
 {
 
@@ -29,42 +27,20 @@ static void LoadQuarters()
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-class Overlays : public ::testing::Test
+class Overlays : public GlWindowTest
 {
 protected:
     void SetUp() override
     {
-        StartEmptyView();
+        GlWindowTest::SetUp();
         mainview.smallcubefade = 0;
-    }
-
-    void TearDown() override
-    {
-        StartEmptyView();
-    }
-
-    void Open(int w, int h)
-    {
-        window.reset();
-        window = std::make_unique<GlWindow>(w, h);
     }
 
     Picture Draw() const
     {
         return window->Draw([] { BgDrawAfter(&mainview); });
     }
-
-    std::unique_ptr<GlWindow> window = std::make_unique<GlWindow>(400, 400);
 };
-
-static void ExpectEmpty(const Picture& picture)
-{
-    for (int y = 0; y < picture.height; y++) {
-        for (int x = 0; x < picture.width; x++) {
-            ASSERT_EQ(picture.At(x, y), cleared) << x << ", " << y;
-        }
-    }
-}
 
 TEST_F(Overlays, AreNothingWhileAllAreOff)
 {
