@@ -34,11 +34,7 @@ static Location GetPickedShapePoint()
     return LocatePoint(point ? int(activepointer - activepoints) : -1);
 }
 
-static void Strengthen(Bond& bond, Bond than)
-{
-    bond = std::max(bond, than);
-}
-
+// Of each point of the shape, the strongest that any side gives.
 static std::vector<Bond> GetBonds()
 {
     const Shape* shape = shapes[shapei];
@@ -52,7 +48,8 @@ static std::vector<Bond> GetBonds()
         for (int k = 0; k < m; k++) {
             const bool next =
                 side.points[(k + 1) % m] == pstart || side.points[(k + m - 1) % m] == pstart;
-            Strengthen(bonds[std::size_t(side.points[k])], next ? COMMON_EDGE : COMMON_SIDE);
+            Bond& bond = bonds[std::size_t(side.points[k])];
+            bond = std::max(bond, next ? COMMON_EDGE : COMMON_SIDE);
         }
     }
     bonds[std::size_t(pstart)] = SAME_POINT;

@@ -140,6 +140,7 @@ TEST_F(Editing, PointMoveMovesANewPointOfAConstruction)
 {
     mainview.scale = 0.5F;
     AddToView(Square());
+    newsign = 1;
     const float first[3] = {0.1F, 0.2F, 0.3F};
     const float second[3] = {-0.1F, -0.2F, -0.3F};
     AddNewPoint(first);
@@ -158,6 +159,7 @@ TEST_F(Editing, PointMoveMovesANewPointOfAConstruction)
 TEST_F(Editing, PointMoveNeverMovesACentre)
 {
     AddToView(Square());
+    duplicatesign = 1;
     const float centers[1][3] = {{0.5F, 0.5F, 0}};
     const float path[3] = {0.1F, 0.2F, 0.3F};
     AddCenterPoints(centers, 1);

@@ -4,7 +4,6 @@
 #include "geometry/creation.h"
 #include "geometry/duplication.h"
 #include "tests/support/camera.h"
-#include "tests/support/invariants.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
 #include "view/mainview.h"
@@ -80,22 +79,6 @@ std::string ConstructionScene::GetMarksOfShape(int shapeindex)
         first += shapes[i]->pointnumber;
     }
     return GetMarksOf(activepoints + first, shapes[shapeindex]->pointnumber);
-}
-
-void ConstructionScene::ExpectSound()
-{
-    EXPECT_EQ(FindBrokenRule(), "");
-    int number = centernumber + newpointnumber;
-    for (int i = 0; i < shapenumber; i++) {
-        number += shapes[i]->pointnumber;
-    }
-    EXPECT_EQ(activepointnumber, number);
-    for (int i = 0; i < newpointnumber; i++) {
-        EXPECT_EQ(GetPointOfElement(&GetNewPointRecords()[i]), rotated[i]);
-    }
-    for (int i = 0; i < centernumber; i++) {
-        EXPECT_EQ(GetPointOfElement(&GetCenterRecords()[i]), rcenterpoints[i]);
-    }
 }
 
 std::array<float, 3> PlaceOf(const Shape* shape, int point)

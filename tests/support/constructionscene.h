@@ -26,8 +26,6 @@ protected:
     // a shape.
     static std::string GetMarks();
     static std::string GetMarksOfShape(int shapeindex);
-
-    static void ExpectSound(); // the scene, and the records of the construction
 };
 
 // A point of a shape in model coordinates.

@@ -1,5 +1,7 @@
 #include "tests/support/invariants.h"
 
+#include "geometry/construction.h"
+#include "geometry/duplication.h"
 #include "scene/model.h"
 #include "scene/treeview.h"
 #include "view/picking.h"
@@ -301,6 +303,27 @@ static std::string FindBrokenRuleOfActives()
     if (activestripenumber != stripes || activesidenumber != sides) {
         return "there is an active record for every stripe and side";
     }
+    if (activepointnumber != points + centernumber + newpointnumber) {
+        return "there is an active record for every point";
+    }
+    return "";
+}
+
+static std::string FindBrokenRuleOfConstruction()
+{
+    for (int i = 0; i < newpointnumber; i++) {
+        if (GetNewPointRecords()[i].element != rotated[i]) {
+            return "the last active points are the new points";
+        }
+    }
+    for (int i = 0; i < centernumber; i++) {
+        if (GetCenterRecords()[i].element != rcenterpoints[i]) {
+            return "the active points before the new points are the centres";
+        }
+    }
+    if (newpointnumber > 0 && !IsUnderConstruction()) {
+        return "points are under construction only while a tool is on";
+    }
     return "";
 }
 
@@ -319,7 +342,10 @@ std::string FindBrokenRule()
     if (broken.empty()) {
         broken = FindBrokenRuleOfRows(0, nullptr);
     }
-    return broken.empty() ? FindBrokenRuleOfActives() : broken;
+    if (broken.empty()) {
+        broken = FindBrokenRuleOfActives();
+    }
+    return broken.empty() ? FindBrokenRuleOfConstruction() : broken;
 }
 
 } // namespace korvane::testing

@@ -17,7 +17,8 @@ std::string FindBrokenRuleOfShape(const Shape& shape);
 // Every directed edge of the sides' outlines is met by its opposite, and no point is left unused.
 std::string FindBrokenRuleOfClosedBody(const Shape& shape);
 
-// All shapes, their view copies, the tree with its rows, and the active records.
+// All shapes, their view copies, the tree with its rows, the active records, and what is
+// under construction.
 std::string FindBrokenRule();
 
 } // namespace korvane::testing
