@@ -76,9 +76,14 @@ void PointMove(int activepoint, float x, float y, char first)
     if (first == 1) {
         PushShape(place.shape);
     }
-    float point[1][3] = {{x, y, shapest[place.shape]->points[place.index][2]}};
+    Shape* shape = shapes[place.shape];
+    float point[1][3]; // projected here: a shape that has left the view has no current view copy
+    std::copy_n(shape->points[place.index], 3, point[0]);
+    TransferPoints(&mainview, point, 1);
+    point[0][0] = x;
+    point[0][1] = y;
     ReTransferPoints(&mainview, point, 1);
-    MovePoint(shapes[place.shape], place.index, point[0]);
+    MovePoint(shape, place.index, point[0]);
     FinishEdit(place.shape);
 }
 

@@ -98,6 +98,18 @@ TEST_F(Editing, PointMoveKeepsThePointsDepth)
     EXPECT_EQ(rdstate & redrawwanted, redrawwanted);
 }
 
+TEST_F(Editing, PointMoveKeepsThePointsDepthThoughItTakesItsShapeOutOfTheView)
+{
+    mainview.center[2] = 0.25F; // the triangle's depth is 0.25 less than its z
+    AddToView(MakeFlatShape({{0.4F, 0, 0}, {0.9F, -0.1F, 0}, {0.9F, 0.1F, 0}}));
+    PointMove(0, 2, 0, 1);
+    ASSERT_EQ(showtable[0], SHOW_NOTHING);
+    PointMove(0, 0.4F, 0, 0);
+    EXPECT_EQ(showtable[0], SHOW_ROUNDED);
+    EXPECT_FLOAT_EQ(shapes[0]->points[0][0], 0.4F);
+    EXPECT_FLOAT_EQ(shapes[0]->points[0][2], 0);
+}
+
 TEST_F(Editing, PointMoveMovesThePointOfItsOwnShape)
 {
     AddTwoSquares();
