@@ -23,11 +23,10 @@ enum ItemKind { ITEM_IMAGE, ITEM_CHECK, ITEM_SEPARATOR };
 
 struct ItemRow {
     ItemKind kind;
-    const char* label = nullptr; // a constant, with mnemonic; null: a separator
-    const char* icon = nullptr;  // a constant, for MakeIconImage; null: a check item
-    GCallback handler =
-        nullptr;             // of "activate", or "toggled" for a check item
-    gpointer data = nullptr; // borrowed; handed to the handler: a number or a widget
+    const char* label = nullptr;  // a constant, with mnemonic; null: a separator
+    const char* icon = nullptr;   // a constant, for MakeIconImage; null: a check item
+    GCallback handler = nullptr;  // of "activate", or "toggled" for a check item
+    gpointer data = nullptr;      // borrowed; handed to the handler: a number or a widget
     GtkWidget** global = nullptr; // borrowed; where other modules find the item
 };
 

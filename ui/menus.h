@@ -6,7 +6,7 @@ namespace korvane
 {
 
 // Builds the menus and fills their globals, which are declared where the menus are popped up:
-// scene/treeview.h and ui/input.h. Call it once, after the toolbars.
+// scene/treeview.h and ui/viewmenus.h. Call it once, after the toolbars.
 void MakeMenus();
 
 } // namespace korvane

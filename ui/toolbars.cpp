@@ -39,10 +39,9 @@ struct ButtonRow {
     ButtonKind kind;
     const char* icon = nullptr;    // a constant, for MakeIconImage
     const char* tooltip = nullptr; // a constant
-    GCallback handler =
-        nullptr;  // of "clicked" for a plain button, else of "toggled"
-    int data = 0; // handed to the handler
-    GtkWidget** global = nullptr; // borrowed; where other modules find the button
+    GCallback handler = nullptr;   // of "clicked" for a plain button, else of "toggled"
+    int data = 0;                  // handed to the handler
+    GtkWidget** global = nullptr;  // borrowed; where other modules find the button
 };
 
 static const ButtonRow filebuttons[] = {
