@@ -7,6 +7,7 @@
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/undo.h"
+#include "ui/dialogs.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -123,6 +124,7 @@ void Duplicate()
     }
     duplicatesign = 1;
     PutDPoints(duplicateshape, duplicateside, CLICK_ADD);
+    PrintStatusBar(" Click the path of the duplicate");
     rdstate |= redrawwanted;
 }
 

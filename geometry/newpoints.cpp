@@ -6,6 +6,7 @@
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/undo.h"
+#include "ui/dialogs.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -197,6 +198,7 @@ void NewShape(GtkWidget* button)
         SetActivesOff();
         newsign = 1;
         SearchActive();
+        PrintStatusBar(" Click the points of the new shape");
     }
     rdstate |= redrawwanted;
 }

@@ -127,7 +127,10 @@ static void LeftPressed()
         return;
     }
     if (activepointer->type == ELEMENT_POINT) {
-        newsign = duplicatesign == 0 ? 1 : newsign; // a new side starts here
+        if (!IsUnderConstruction()) { // a new side starts here
+            newsign = 1;
+            PrintStatusBar(" Click the points of the new side");
+        }
         ClickConstruction(CLICK_ADD);
     } else if (activepointer->type == ELEMENT_STRIPE) {
         AddPoint(int(activepointer - activestripes));

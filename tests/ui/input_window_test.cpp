@@ -22,6 +22,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 namespace korvane
 {
@@ -45,13 +46,42 @@ TEST_F(Input, TakesPixelsToViewCoordinatesWithYPointingUp)
     EXPECT_EQ(mouse[2], 0.0F);
 }
 
+static std::string GetStatus()
+{
+    return gtk_label_get_text(GTK_LABEL(FindWidget(statusbar, GTK_TYPE_LABEL)));
+}
+
 TEST_F(Input, ShowsThePlaceOfThePointerInTheScene)
 {
     mainview.scale = 2;
     mainview.center[2] = 3;
     Move(660, 320);
-    GtkWidget* label = FindWidget(statusbar, GTK_TYPE_LABEL);
-    EXPECT_STREQ(gtk_label_get_text(GTK_LABEL(label)), " X:   0.1000\t Y:   0.0500\t Z:   3.0000");
+    EXPECT_EQ(GetStatus(), " X:   0.1000\t Y:   0.0500\t Z:   3.0000");
+}
+
+TEST_F(Input, ShowsThePlaceOfThePointUnderThePointer)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0.1F}, {0.3F, -0.3F, 0.1F}, {0, 0.3F, 0.1F}}));
+    Move(262, 639); // the point is at (260, 640)
+    EXPECT_EQ(GetStatus(), " X:  -0.3000\t Y:  -0.3000\t Z:   0.1000");
+}
+
+TEST_F(Input, SaysWhichToolHasStartedUntilThePointerMoves)
+{
+    GtkToggleToolButton* button = GTK_TOGGLE_TOOL_BUTTON(toolbutton_news);
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    gtk_toggle_tool_button_set_active(button, TRUE);
+    EXPECT_EQ(GetStatus(), " Click the points of the new shape");
+    Move(510, 400);
+    EXPECT_EQ(GetStatus(), " X:   0.0125\t Y:   0.0000\t Z:   0.0000");
+    gtk_toggle_tool_button_set_active(button, FALSE);
+    EXPECT_EQ(GetStatus(), " X:   0.0125\t Y:   0.0000\t Z:   0.0000");
+    Click(left, 500, 160); // on a point
+    EXPECT_EQ(GetStatus(), " Click the points of the new side");
+    duplicateshape = 0;
+    duplicateside = 0;
+    Duplicate();
+    EXPECT_EQ(GetStatus(), " Click the path of the duplicate");
 }
 
 TEST_F(Input, RecordsThePress)
