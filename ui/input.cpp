@@ -49,9 +49,16 @@ static constexpr int dragticks = 32;        // and ticks after it
 static constexpr double smallstep = 0.001;  // view units: a drag step that is not worth taking
 enum Button : guint { LEFT = 1, MIDDLE = 2, RIGHT = 3 };
 
+// Where the present step of a button's drag began, in view coordinates.
+struct DragStart {
+    float startx, starty;
+};
+
 // From one press to the next.
-static bool presstaken = false;  // an edit of the drag has saved its shape
-static bool pressmissed = false; // the drag began on a stripe beside all its segments
+static bool presstaken = false;    // an edit of the drag has saved its shape
+static bool pressmissed = false;   // the drag began on a stripe beside all its segments
+static DragStart leftstart = {};   // of LeftDraw
+static DragStart middlestart = {}; // of MiddleDraw
 
 void ForgetPressedElements()
 {
@@ -99,8 +106,10 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     }
     if (event->button == LEFT) {
         mstate = LEFT_DOWN;
+        leftstart = {buttonpressgx, buttonpressgy};
     } else if (event->button == MIDDLE) {
         mstate = MIDDLE_DOWN;
+        middlestart = {buttonpressgx, buttonpressgy};
     } else if (event->button == RIGHT) {
         mstate = RIGHT_DOWN;
     }
@@ -163,9 +172,15 @@ static void MiddlePressed()
     rdstate |= redrawwanted;
 }
 
-static bool IsFarEnough(float startx, float starty)
+// False for NaN.
+static bool IsFarEnough(const DragStart& from)
 {
-    return std::hypot(gmouse[0] - startx, gmouse[1] - starty) > smallstep; // false for NaN
+    return std::hypot(gmouse[0] - from.startx, gmouse[1] - from.starty) > smallstep;
+}
+
+static void StartNextStep(DragStart& start)
+{
+    start = {gmouse[0], gmouse[1]};
 }
 
 // Moves the pressed point. The first step of a press that is taken saves the shape.
@@ -186,32 +201,28 @@ static void DragStripe()
     pressmissed = point < 0;
 }
 
-static void MoveByTool(float startx, float starty)
+static void MoveByTool(const DragStart& from)
 {
+    const float x = gmouse[0];
+    const float y = gmouse[1];
     if (mainview.action == MOVE_SIDE) {
-        SideMove(srshapenumber, srsidenumber, startx, starty, gmouse[0], gmouse[1]);
+        SideMove(srshapenumber, srsidenumber, from.startx, from.starty, x, y);
     } else if (mainview.action == MOVE_SHAPE) {
-        ShapeMove(srshapenumber, startx, starty, gmouse[0], gmouse[1]);
+        ShapeMove(srshapenumber, from.startx, from.starty, x, y);
     } else if (mainview.action == MOVE_SELECTED) {
-        SelectedMove(startx, starty, gmouse[0], gmouse[1]);
+        SelectedMove(from.startx, from.starty, x, y);
     }
 }
 
-// At most one step is taken per drawn frame.
-static void LeftDraw(int phase)
+// A step of a drag, or the last one at its release. At most one is taken per drawn frame.
+static void LeftDraw(bool release)
 {
-    static float startx = 0; // where the present step began, during a drag
-    static float starty = 0;
-    if (phase == DRAG_FIRST) {
-        startx = buttonpressgx;
-        starty = buttonpressgy;
-    }
-    if (phase != DRAG_RELEASE && (!IsFarEnough(startx, starty) || rdstate != 0)) {
+    if (!release && (!IsFarEnough(leftstart) || rdstate != 0)) {
         return;
     }
     if (mainview.action != TOOL_NONE) {
-        MoveByTool(startx, starty);
-        if (phase == DRAG_RELEASE) {
+        MoveByTool(leftstart);
+        if (release) {
             mainview.action = TOOL_NONE;
             SetActives();
         }
@@ -220,27 +231,18 @@ static void LeftDraw(int phase)
     } else if (buttonpressstripeactive >= 0) {
         DragStripe();
     } else if (!pressmissed) {
-        MouseRotate(startx, starty, mouse[0], mouse[1]);
+        MouseRotate(leftstart.startx, leftstart.starty, mouse[0], mouse[1]);
     }
     rdstate |= redrawwanted;
-    startx = gmouse[0];
-    starty = gmouse[1];
+    StartNextStep(leftstart);
 }
 
-static void MiddleDraw(int phase)
+static void MiddleDraw()
 {
-    static float startx = 0; // where the present step began, during a drag
-    static float starty = 0;
-    if (phase == DRAG_FIRST) {
-        startx = buttonpressgx;
-        starty = buttonpressgy;
+    if (IsFarEnough(middlestart)) {
+        ChangePosition(middlestart.startx, middlestart.starty, 0, gmouse[0], gmouse[1], 0);
+        StartNextStep(middlestart);
     }
-    if (!IsFarEnough(startx, starty)) {
-        return;
-    }
-    ChangePosition(startx, starty, 0, gmouse[0], gmouse[1], 0);
-    startx = gmouse[0];
-    starty = gmouse[1];
 }
 
 int ButtonRelease(GtkWidget*, GdkEventButton* event)
@@ -252,7 +254,7 @@ int ButtonRelease(GtkWidget*, GdkEventButton* event)
         if (mstate == LEFT_DOWN) {
             LeftPressed();
         } else {
-            LeftDraw(DRAG_RELEASE);
+            LeftDraw(true);
         }
         mstate = LEFT_RELEASED;
     } else if (event->button == MIDDLE) {
@@ -311,7 +313,7 @@ static void StepPointerState(const GdkEventMotion* event)
     case LEFT_DOWN:
         if (BecomesDrag(event)) {
             mstate = LEFT_DRAG;
-            LeftDraw(DRAG_FIRST);
+            LeftDraw(false);
         }
         break;
     case RIGHT_DOWN:
@@ -322,14 +324,14 @@ static void StepPointerState(const GdkEventMotion* event)
     case MIDDLE_DOWN:
         if (BecomesDrag(event)) {
             mstate = MIDDLE_DRAG;
-            MiddleDraw(DRAG_FIRST);
+            MiddleDraw();
         }
         break;
     case LEFT_DRAG:
-        LeftDraw(DRAG_STEP);
+        LeftDraw(false);
         break;
     case MIDDLE_DRAG:
-        MiddleDraw(DRAG_STEP);
+        MiddleDraw();
         break;
     case RIGHT_DRAG: // a right drag does nothing
         break;

@@ -40,9 +40,6 @@ enum Tool {
     SCALE_SELECTED = 9
 };
 
-// Steps of a drag.
-enum DragPhase { DRAG_RELEASE = -1, DRAG_STEP = 0, DRAG_FIRST = 1 };
-
 extern int mstate;         // a PointerState
 extern float buttonpressx; // where the last press was, in pixels of the window
 extern float buttonpressy;

@@ -187,6 +187,21 @@ TEST_F(Input, SkipsADragStepOfAThousandth)
     EXPECT_EQ(rdstate, 0);
 }
 
+TEST_F(Input, DoesNotTurnTheViewWhenAnotherButtonEndsThePressBeforeItIsADrag)
+{
+    Press(left);
+    Move(580, 400);
+    Release(left);
+    DrawFrame();
+    Move(300, 300); // far from where that drag ended
+    const MainView before = mainview;
+    Press(left);
+    Press(right);
+    Release(left);
+    EXPECT_EQ(std::memcmp(mainview.freerotation, before.freerotation, sizeof before.freerotation),
+              0);
+}
+
 TEST_F(Input, MovesTheViewByAMiddleDragWithoutWaitingForFrames)
 {
     Press(middle);
