@@ -55,6 +55,7 @@ struct DragStart {
 };
 
 // From one press to the next.
+static float pressdepth = 0;       // the depth of gmouse at the press
 static bool presstaken = false;    // an edit of the drag has saved its shape
 static bool pressmissed = false;   // the drag began on a stripe beside all its segments
 static DragStart leftstart = {};   // of LeftDraw
@@ -99,6 +100,7 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     buttonpressgx = gmouse[0];
     buttonpressgy = gmouse[1];
     presstime = runtime;
+    pressdepth = gmouse[2];
     presstaken = false;
     pressmissed = false;
     if (mainview.action == TOOL_NONE) {
@@ -194,6 +196,9 @@ static void DragPoint()
 // nothing to insert into, the rest of the drag does nothing.
 static void DragStripe()
 {
+    if (activepointer != activestripes + buttonpressstripeactive) {
+        gmouse[2] = pressdepth; // the pointer has left the stripe and has another depth
+    }
     const int point = AddPoint(buttonpressstripeactive);
     buttonpresspointactive = point;
     buttonpressstripeactive = -1;

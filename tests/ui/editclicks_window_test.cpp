@@ -170,6 +170,19 @@ TEST_F(EditClicks, DragAnEdgeIntoANewPointInOneUndoStep)
     EXPECT_FALSE(IsTurned());
 }
 
+TEST_F(EditClicks, DragAPointOutOfAnEdgeAtItsDepthHoweverFarTheFirstStepGoes)
+{
+    StartEmptyScene();
+    AddToView(CubeOfHalfEdge(0.25F));
+    Move(500, 600); // the lower front edge, 4-5
+    Press(left);
+    Move(500, 680); // over the background, whose depth is 0
+    ASSERT_EQ(shapes[0]->pointnumber, 9);
+    EXPECT_NEAR(GetPoint(8)[1], -0.35F, 1e-6);
+    EXPECT_NEAR(GetPoint(8)[2], 0.25F, 1e-6);
+    Release(left);
+}
+
 TEST_F(EditClicks, DoNothingMoreInADragThatBeganBesideAllSegments)
 {
     Move(500, 640);
