@@ -4,10 +4,10 @@
 #include "view/scenedraw.h"
 
 #include "bench/meshes.h"
+#include "bench/window.h"
 #include "geometry/shapegeometry.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
-#include "tests/support/xserver.h"
 #include "view/glsetup.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -16,43 +16,16 @@
 
 #include <GL/glew.h>
 #include <benchmark/benchmark.h>
-#include <gtk/gtk.h>
-#include <gtk/gtkgl.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <vector>
 
 namespace korvane::bench
 {
 
-static constexpr int windowwidth = 1200;
-static constexpr int windowheight = 900;
 static constexpr float torusradius = 0.45F;
-
-// Opens the window of the benchmarks and makes its context current, for the whole run.
-static void OpenWindow()
-{
-    static const int attributes[] = {GDK_GL_DOUBLEBUFFER,    GDK_GL_RGBA, GDK_GL_RED_SIZE,   1,
-                                     GDK_GL_GREEN_SIZE,      1,           GDK_GL_BLUE_SIZE,  1,
-                                     GDK_GL_ALPHA_SIZE,      1,           GDK_GL_DEPTH_SIZE, 24,
-                                     GDK_GL_ATTRIB_LIST_NONE};
-    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    GtkWidget* area = gtk_drawing_area_new();
-    gtk_widget_set_size_request(area, windowwidth, windowheight);
-    gtk_widget_set_gl_capability(area, gdk_gl_config_new(attributes), nullptr, TRUE,
-                                 GDK_GL_RGBA_TYPE);
-    g_signal_connect_after(area, "realize", G_CALLBACK(InitGl), nullptr);
-    g_signal_connect(area, "configure_event", G_CALLBACK(ConfigGl), nullptr);
-    gtk_container_add(GTK_CONTAINER(window), area);
-    gtk_widget_show_all(window);
-    while (gtk_events_pending()) {
-        gtk_main_iteration();
-    }
-    gdk_gl_drawable_gl_begin(gtk_widget_get_gl_drawable(area), gtk_widget_get_gl_context(area));
-}
 
 // Deals the triangles of a torus, each a side until now, out to `sidenumber` sides in equal runs.
 static void RegroupSides(Shape* shape, int sidenumber)
@@ -317,12 +290,5 @@ BENCHMARK(DrawManyShapes)
 
 int main(int argc, char** argv)
 {
-    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
-    const korvane::testing::XServer server(1280, 1024);
-    gtk_init(&argc, &argv);
-    gtk_gl_init(&argc, &argv);
-    korvane::bench::OpenWindow();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return korvane::bench::RunInWindow(argc, argv);
 }

@@ -1,6 +1,7 @@
 #include "export/imageorder.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <deque>
@@ -10,15 +11,14 @@
 namespace korvane
 {
 
-// The passes move the image by less than a pixel; another one is for the rounding on its way.
-static constexpr double margin = 2 * tilespan / tilesize;
-
 TriangleLook GetLook(const ImageTriangle& triangle)
 {
     const float* colors = triangle.colors;
-    const bool front = triangle.front != 0;
+    if (triangle.front != 0) {
+        return {colors, true, 1};
+    }
     const bool alike = std::equal(colors + FRONT_LIGHT, colors + BACK_LIGHT, colors + BACK_LIGHT);
-    return {colors, front || alike, !front && alike ? -1.0F : 1.0F};
+    return {colors, alike, alike ? -1.0F : 1.0F};
 }
 
 static bool AreSameColors(const float* a, const float* b)
@@ -39,27 +39,27 @@ static std::string GetKey(const TriangleLook& look)
     return key;
 }
 
-std::vector<int> GetLookNumbers(const ImageTriangle* hszog, int number)
+Looks GetLooks(const ImageTriangle* hszog, int number)
 {
     std::unordered_map<std::string, int> known;
-    std::vector<int> numbers(std::size_t(number), 0);
+    Looks looks = {std::vector<int>(std::size_t(number), 0), 0};
     TriangleLook last = {};
+    int lastnumber = 0;
     for (int i = 0; i < number; i++) {
         const TriangleLook look = GetLook(hszog[i]);
-        if (i > 0 && ShareLightState(look, last)) { // of the same side, mostly
-            numbers[std::size_t(i)] = numbers[std::size_t(i - 1)];
-        } else {
-            numbers[std::size_t(i)] =
-                known.try_emplace(GetKey(look), int(known.size())).first->second;
+        if (i == 0 || !ShareLightState(look, last)) { // of another side, mostly
+            lastnumber = known.try_emplace(GetKey(look), int(known.size())).first->second;
         }
+        looks.oftriangle[std::size_t(i)] = lastnumber;
         last = look;
     }
-    return numbers;
+    looks.number = int(known.size());
+    return looks;
 }
 
-// A row of equal places in view coordinates; `direction` is -1 when they count downwards.
+// A row of equal places in view coordinates; `span` is negative when they count downwards.
 struct Places {
-    double start, direction, span;
+    double start, span;
     int number;
 };
 
@@ -67,96 +67,115 @@ struct Range {
     int first, last; // none when first is greater
 };
 
-// The places over which a triangle reaches along an axis.
-static Range GetRange(const ImageTriangle& triangle, int axis, const Places& places)
+// The places over which a triangle reaches along an axis, and those less than `margin` places away.
+static Range GetRange(const ImageTriangle& triangle, int axis, const Places& places, double margin)
 {
     double low = places.number;
     double high = -1;
     for (const float* corner : triangle.vertices) {
-        const double distance = places.direction * (double(corner[axis]) - places.start);
-        low = std::min(low, (distance - margin) / places.span);
-        high = std::max(high, (distance + margin) / places.span);
+        const double place = (double(corner[axis]) - places.start) * (1 / places.span);
+        low = std::min(low, place - margin);
+        high = std::max(high, place + margin);
     }
     return {low < 0 ? 0 : int(low), high < 0 ? -1 : int(std::min(high, places.number - 1.0))};
 }
 
-TileOrders GetTileOrders(const ImageTriangle* hszog, const int* zindex, int number)
+static unsigned int GetTileSet(const ImageTriangle& triangle)
 {
-    static constexpr Places across = {-tilespan * tilecolumns / 2, 1, tilespan, tilecolumns};
-    static constexpr Places down = {tilespan * tilerows / 2, -1, tilespan, tilerows};
-    TileOrders orders;
+    // The passes move the image by less than a pixel; another one is for the rounding on its way.
+    constexpr double margin = 2.0 / tilesize;
+    constexpr Places across = {-tilespan * tilecolumns / 2, tilespan, tilecolumns};
+    constexpr Places down = {tilespan * tilerows / 2, -tilespan, tilerows};
+    const Range columns = GetRange(triangle, 0, across, margin);
+    const Range rows = GetRange(triangle, 1, down, margin);
+    unsigned int set = 0;
+    for (int row = rows.first; row <= rows.last; row++) {
+        for (int column = columns.first; column <= columns.last; column++) {
+            set |= 1U << (row * tilecolumns + column);
+        }
+    }
+    return set;
+}
+
+std::vector<unsigned int> GetTileSets(const ImageTriangle* hszog, int number)
+{
+    std::vector<unsigned int> sets;
+    sets.reserve(std::size_t(number));
     for (int i = 0; i < number; i++) {
-        const Range columns = GetRange(hszog[zindex[i]], 0, across);
-        const Range rows = GetRange(hszog[zindex[i]], 1, down);
-        for (int row = rows.first; row <= rows.last; row++) {
-            for (int column = columns.first; column <= columns.last; column++) {
-                orders[std::size_t(row * tilecolumns + column)].push_back(zindex[i]);
-            }
+        sets.push_back(GetTileSet(hszog[i]));
+    }
+    return sets;
+}
+
+TileOrders GetTileOrders(const std::vector<unsigned int>& tilesets, const int* zindex)
+{
+    TileOrders orders;
+    for (std::size_t i = 0; i < tilesets.size(); i++) {
+        unsigned int rest = tilesets[std::size_t(zindex[i])];
+        for (; rest != 0; rest &= rest - 1) { // takes the lowest bit away
+            orders[std::size_t(std::countr_zero(rest))].push_back(zindex[i]);
         }
     }
     return orders;
 }
 
-// A tile in cells, each with the queue of the triangles that may fall into it. A triangle can be
-// drawn when it is the first in all its queues: triangles that share no cell share no pixel.
+// A tile in cells, each with the queue of the triangles that reach into it. A triangle can be drawn
+// when it is the first in all its queues: triangles that share no cell share no pixel, wherever a
+// pass moves them to, for it moves them alike. Triangles are named by their place in the order.
 class TileQueues
 {
 public:
     TileQueues(const std::vector<int>& order, int tile, const ImageTriangle* hszog)
     {
-        const Places across = {tilespan * (tile % tilecolumns - tilecolumns / 2.0), 1, cellspan,
+        const Places across = {tilespan * (tile % tilecolumns - tilecolumns / 2.0), cellspan,
                                cellnumber};
-        const Places down = {tilespan * (tilerows / 2.0 - tile / tilecolumns), -1, cellspan,
+        const Places down = {tilespan * (tilerows / 2.0 - tile / tilecolumns), -cellspan,
                              cellnumber};
+        reaches.reserve(order.size());
         for (const int index : order) {
-            reaches.push_back({GetRange(hszog[index], 0, across), GetRange(hszog[index], 1, down)});
+            reaches.push_back(
+                {GetRange(hszog[index], 0, across, 0), GetRange(hszog[index], 1, down, 0)});
         }
-        FillQueues();
+        MakeQueues();
     }
 
-    // Calls `ready` with the place in the order of every triangle that waits for no other.
+    // Calls `ready` for every triangle that waits for no other.
     template <class Ready> void FindFirst(Ready ready)
     {
         waits.assign(reaches.size(), 0);
         for (std::size_t k = 0; k < reaches.size(); k++) {
-            ForCells(int(k), [&](Queue& queue) {
-                waits[k] += queue.entries[queue.next] == int(k) ? 0 : 1;
-            });
+            ForCells(k, [&](Queue& queue) { waits[k] += entries[queue.next] == k ? 0 : 1; });
             if (waits[k] == 0) {
-                ready(int(k));
+                ready(k);
             }
         }
     }
 
     // Takes a triangle out of its queues; `ready` is called for those that waited for it alone.
-    template <class Ready> void Take(int k, Ready ready)
+    template <class Ready> void Take(std::size_t k, Ready ready)
     {
         ForCells(k, [&](Queue& queue) {
             queue.next++;
-            if (queue.next < queue.entries.size()) {
-                const int next = queue.entries[queue.next];
-                if (--waits[std::size_t(next)] == 0) {
-                    ready(next);
-                }
+            if (queue.next < queue.end && --waits[entries[queue.next]] == 0) {
+                ready(entries[queue.next]);
             }
         });
     }
 
 private:
-    static constexpr int cellnumber = 32; // in each direction
+    static constexpr int cellnumber = 64; // in each direction
     static constexpr double cellspan = tilespan / cellnumber;
 
     struct Reach {
         Range columns, rows;
     };
     struct Queue {
-        std::vector<int> entries; // places in the order
-        std::size_t next;         // the first entry that has not been taken
+        std::size_t next, end; // of its run of `entries`; what lies before `next` has been taken
     };
 
-    template <class Work> void ForCells(int k, Work work)
+    template <class Work> void ForCells(std::size_t k, Work work)
     {
-        const Reach& reach = reaches[std::size_t(k)];
+        const Reach& reach = reaches[k];
         for (int row = reach.rows.first; row <= reach.rows.last; row++) {
             for (int column = reach.columns.first; column <= reach.columns.last; column++) {
                 work(queues[std::size_t(row * cellnumber + column)]);
@@ -164,60 +183,69 @@ private:
         }
     }
 
-    void FillQueues()
+    // Counts what the queues hold, lays out their runs one behind the other, and fills them.
+    void MakeQueues()
     {
-        queues.resize(std::size_t(cellnumber) * cellnumber);
+        queues.assign(std::size_t(cellnumber) * cellnumber, {0, 0});
         for (std::size_t k = 0; k < reaches.size(); k++) {
-            ForCells(int(k), [k](Queue& queue) { queue.entries.push_back(int(k)); });
+            ForCells(k, [](Queue& queue) { queue.end++; });
+        }
+        std::size_t start = 0;
+        for (Queue& queue : queues) {
+            queue.next = start;
+            start += queue.end;
+            queue.end = queue.next;
+        }
+        entries.resize(start);
+        for (std::size_t k = 0; k < reaches.size(); k++) {
+            ForCells(k, [&](Queue& queue) { entries[queue.end++] = k; });
         }
     }
 
-    std::vector<Reach> reaches; // the cells of each triangle
-    std::vector<int> waits;     // for each triangle the queues in which it is not the first
-    std::vector<Queue> queues;
+    std::vector<Reach> reaches;       // the cells of each triangle
+    std::vector<int> waits;           // for each triangle the queues in which it is not the first
+    std::vector<Queue> queues;        // of the cells, row by row
+    std::vector<std::size_t> entries; // the runs of all queues
 };
 
 // Draws all that can be drawn in one look, before the look that has waited longest comes next.
-void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog,
-                 const std::vector<int>& looknumbers)
+void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, const Looks& looks)
 {
     TileQueues queues(order, tile, hszog);
-    std::unordered_map<int, std::vector<int>> drawable; // of each look
-    std::deque<int> looks;                              // those with drawable triangles
-    const auto ready = [&](int k) {
-        const int look = looknumbers[std::size_t(order[std::size_t(k)])];
-        std::vector<int>& triangles = drawable[look];
-        if (triangles.empty()) {
-            looks.push_back(look);
+    std::vector<std::vector<std::size_t>> drawable(std::size_t(looks.number)); // of each look
+    std::deque<std::size_t> waiting; // the looks with drawable triangles
+    const auto ready = [&](std::size_t k) {
+        const auto look = std::size_t(looks.oftriangle[std::size_t(order[k])]);
+        if (drawable[look].empty()) {
+            waiting.push_back(look);
         }
-        triangles.push_back(k);
+        drawable[look].push_back(k);
     };
     std::vector<int> gathered;
+    gathered.reserve(order.size());
     queues.FindFirst(ready);
-    while (!looks.empty()) {
-        std::vector<int>& triangles = drawable[looks.front()];
+    while (!waiting.empty()) {
+        std::vector<std::size_t>& triangles = drawable[waiting.front()];
         for (std::size_t i = 0; i < triangles.size(); i++) { // it grows meanwhile
-            gathered.push_back(order[std::size_t(triangles[i])]);
+            gathered.push_back(order[triangles[i]]);
             queues.Take(triangles[i], ready);
         }
         triangles.clear();
-        looks.pop_front();
+        waiting.pop_front();
     }
     order = std::move(gathered);
 }
 
 // Deliberate: no deeper than it has to be. A depth buffer of 24 bits that is as deep as the
 // greatest tells surfaces apart only when they lie more than two pixels from each other.
-double GetHalfDepth(const TileOrders& orders, const ImageTriangle* hszog)
+double GetHalfDepth(const std::vector<unsigned int>& tilesets, const ImageTriangle* hszog)
 {
     constexpr double least = 2; // as deep as the view is drawn
     constexpr double greatest = 20000;
     double depth = least;
-    for (const std::vector<int>& order : orders) {
-        for (const int index : order) {
-            for (const float* corner : hszog[index].vertices) {
-                depth = std::max(depth, std::abs(double(corner[2])));
-            }
+    for (std::size_t i = 0; i < tilesets.size(); i++) {
+        for (const float* corner : hszog[i].vertices) {
+            depth = tilesets[i] == 0 ? depth : std::max(depth, std::abs(double(corner[2])));
         }
     }
     return std::min(1.01 * depth, greatest);

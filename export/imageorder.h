@@ -19,8 +19,8 @@ constexpr int imageheight = 1024;
 constexpr int tilesize = 256; // pixels
 constexpr int tilecolumns = imagewidth / tilesize;
 constexpr int tilerows = imageheight / tilesize;
-constexpr int tilenumber = tilecolumns * tilerows;
-constexpr double tilespan = 0.25; // in view units
+constexpr int tilenumber = tilecolumns * tilerows; // row by row
+constexpr double tilespan = 0.25;                  // in view units
 
 // The light state in which a triangle is drawn.
 struct TriangleLook {
@@ -35,20 +35,25 @@ TriangleLook GetLook(const ImageTriangle& triangle);
 
 bool ShareLightState(const TriangleLook& a, const TriangleLook& b);
 
-// A number for every triangle: the same for those that share a light state.
-std::vector<int> GetLookNumbers(const ImageTriangle* hszog, int number);
+// The different light states of the triangles, numbered.
+struct Looks {
+    std::vector<int> oftriangle;
+    int number;
+};
+Looks GetLooks(const ImageTriangle* hszog, int number);
 
-// For every tile, row by row, the triangles that it may show in any of its passes, in the order of
-// zindex.
+// For every triangle the tiles that may show it in any of their passes: a bit for each.
+std::vector<unsigned int> GetTileSets(const ImageTriangle* hszog, int number);
+
+// For every tile its triangles, in the order of zindex.
 using TileOrders = std::array<std::vector<int>, tilenumber>;
-TileOrders GetTileOrders(const ImageTriangle* hszog, const int* zindex, int number);
+TileOrders GetTileOrders(const std::vector<unsigned int>& tilesets, const int* zindex);
 
 // Rearranges the order of a tile into long runs of one look. Triangles that may share a pixel keep
 // their order.
-void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog,
-                 const std::vector<int>& looknumbers);
+void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, const Looks& looks);
 
 // Half the depth that has to be drawn so that nothing of the tiles is cut off.
-double GetHalfDepth(const TileOrders& orders, const ImageTriangle* hszog);
+double GetHalfDepth(const std::vector<unsigned int>& tilesets, const ImageTriangle* hszog);
 
 } // namespace korvane

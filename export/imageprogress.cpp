@@ -33,21 +33,22 @@ enum ImageState {
 };
 
 // The image that is being made; it lives from the first step to the last or to a cancel.
-static int state = COLLECT_PLAIN;         // the step that comes next
-static int trianglenumber = 0;            // collected triangles
-static int triangleroom = 0;              // length of the three arrays
-static ImageTriangle* hszog = nullptr;    // owned; the triangles
-static float* ztable = nullptr;           // owned; a depth key per triangle
-static int* zindex = nullptr;             // owned; the drawing order
-static unsigned int gllist = 0;           // the first of the tiles' display lists
-static std::vector<int> looknumbers;      // per triangle, from which the lists are gathered
-static TileOrders tileorders;             // from which the lists are compiled; empty afterwards
-static double halfdepth = 0;              // of what is drawn
-static int snumber = 0;                   // tile column; next shape while collecting
-static int tnumber = 0;                   // tile row; next tile while compiling
-static int tnstart = 0;                   // triangles from plain shapes
-static int accum = 0;                     // antialiasing pass
-static constexpr int compilestep = 60000; // triangles after which a step of compiling ends
+static int state = COLLECT_PLAIN;          // the step that comes next
+static int trianglenumber = 0;             // collected triangles
+static int triangleroom = 0;               // length of the three arrays
+static ImageTriangle* hszog = nullptr;     // owned; the triangles
+static float* ztable = nullptr;            // owned; a depth key per triangle
+static int* zindex = nullptr;              // owned; the drawing order
+static unsigned int gllist = 0;            // the first of the tiles' display lists
+static Looks looks;                        // from which the lists are gathered
+static std::vector<unsigned int> tilesets; // the tiles of each triangle
+static TileOrders tileorders;              // from which the lists are compiled; empty afterwards
+static double halfdepth = 0;               // of what is drawn
+static int snumber = 0;                    // tile column; next shape while collecting
+static int tnumber = 0;                    // tile row; next tile while compiling
+static int tnstart = 0;                    // triangles from plain shapes
+static int accum = 0;                      // antialiasing pass
+static constexpr int compilestep = 30000;  // triangles after which a step of compiling ends
 
 static void SetProgress(double percent)
 {
@@ -113,7 +114,9 @@ static void PrepareSorting()
 {
     ResizeTriangleArrays(trianglenumber);
     SetTriangleKeys(hszog, trianglenumber, ztable, zindex);
-    looknumbers = GetLookNumbers(hszog, trianglenumber);
+    tilesets = GetTileSets(hszog, trianglenumber);
+    halfdepth = GetHalfDepth(tilesets, hszog);
+    looks = GetLooks(hszog, trianglenumber);
     SetProgress(31);
     state = SORT_TRIANGLES;
 }
@@ -121,8 +124,6 @@ static void PrepareSorting()
 static void SortTriangles()
 {
     SetTriangleSequence(ztable, zindex, trianglenumber);
-    tileorders = GetTileOrders(hszog, zindex, trianglenumber);
-    halfdepth = GetHalfDepth(tileorders, hszog);
     tnumber = 0;
     SetProgress(33);
     state = COMPILE_LISTS;
@@ -131,9 +132,12 @@ static void SortTriangles()
 // As many tiles as one step can afford.
 static void CompileLists()
 {
+    if (tnumber == 0) {
+        tileorders = GetTileOrders(tilesets, zindex);
+    }
     for (std::size_t compiled = 0; tnumber < tilenumber && compiled < compilestep; tnumber++) {
         std::vector<int>& order = tileorders[std::size_t(tnumber)];
-        GatherLooks(order, tnumber, hszog, looknumbers);
+        GatherLooks(order, tnumber, hszog, looks);
         CompileTile(gllist + unsigned(tnumber), hszog, order);
         compiled += order.size();
         order = {};
@@ -180,7 +184,8 @@ static void FreeWork()
     FreeArray(hszog);
     FreeArray(ztable);
     FreeArray(zindex);
-    looknumbers = {};
+    tilesets = {};
+    looks = {};
     tileorders = {};
     if (gdk_gl_context_get_current() != nullptr) {
         glDeleteLists(gllist, tilenumber);

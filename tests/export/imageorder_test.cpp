@@ -30,7 +30,7 @@ static ImageTriangle MakeTriangle(double left, double bottom, double right, doub
 static std::vector<int> TilesOf(const ImageTriangle& triangle)
 {
     const int zindex = 0;
-    const TileOrders orders = GetTileOrders(&triangle, &zindex, 1);
+    const TileOrders orders = GetTileOrders(GetTileSets(&triangle, 1), &zindex);
     std::vector<int> tiles;
     for (int tile = 0; tile < tilenumber; tile++) {
         if (!orders[std::size_t(tile)].empty()) {
@@ -75,7 +75,7 @@ TEST(GetTileOrders, KeepsTheDrawingOrder)
 {
     const std::vector<ImageTriangle> triangles(4, MakeTriangle(-0.5, 0.3, -0.45, 0.4));
     const std::vector<int> zindex = {2, 0, 3, 1};
-    EXPECT_EQ(GetTileOrders(triangles.data(), zindex.data(), 4)[0], zindex);
+    EXPECT_EQ(GetTileOrders(GetTileSets(triangles.data(), 4), zindex.data())[0], zindex);
 }
 
 // In the tile of the upper left corner, which is tile 0.
@@ -83,8 +83,7 @@ static std::vector<int> Gather(const std::vector<ImageTriangle>& triangles)
 {
     std::vector<int> order(triangles.size());
     std::iota(order.begin(), order.end(), 0);
-    GatherLooks(order, 0, triangles.data(),
-                GetLookNumbers(triangles.data(), int(triangles.size())));
+    GatherLooks(order, 0, triangles.data(), GetLooks(triangles.data(), int(triangles.size())));
     return order;
 }
 
@@ -136,7 +135,7 @@ static std::vector<std::vector<int>> GetPixelOrders(const std::vector<ImageTrian
 TEST(GatherLooks, ChangesTheOrderInNoPixel)
 {
     std::mt19937 random(3);
-    std::uniform_int_distribution<int> place(0, tilesize);
+    std::uniform_int_distribution<int> place(1, tilesize - 1);
     std::uniform_int_distribution<int> size(1, 30);
     std::uniform_int_distribution<int> look(0, 4);
     std::vector<ImageTriangle> triangles;
@@ -154,13 +153,15 @@ TEST(GatherLooks, ChangesTheOrderInNoPixel)
     EXPECT_EQ(GetPixelOrders(triangles, gathered), GetPixelOrders(triangles, order));
 }
 
-TEST(GetLookNumbers, AreTheSameWhereColorsAndFacingAre)
+TEST(GetLooks, NumbersAreTheSameWhereColorsAndFacingAre)
 {
     std::vector<ImageTriangle> triangles = {SmallTriangle(0, 0, 0), SmallTriangle(9, 9, 0),
                                             SmallTriangle(0, 0, 1), SmallTriangle(0, 0, 0),
                                             SmallTriangle(0, 0, 1)};
     triangles[4].front = 0; // its back is not coloured like its front
-    const std::vector<int> numbers = GetLookNumbers(triangles.data(), 5);
+    const Looks looks = GetLooks(triangles.data(), 5);
+    const std::vector<int>& numbers = looks.oftriangle;
+    EXPECT_EQ(looks.number, 3);
     EXPECT_EQ(numbers[0], numbers[1]);
     EXPECT_NE(numbers[0], numbers[2]);
     EXPECT_EQ(numbers[0], numbers[3]);
@@ -186,8 +187,7 @@ static double DepthOf(float z)
 {
     ImageTriangle triangle = MakeTriangle(0, 0, 0.1, 0.1);
     triangle.vertices[1][2] = z;
-    const int zindex = 0;
-    return GetHalfDepth(GetTileOrders(&triangle, &zindex, 1), &triangle);
+    return GetHalfDepth(GetTileSets(&triangle, 1), &triangle);
 }
 
 TEST(GetHalfDepth, ReachesBeyondEveryTriangleButNoFartherThanTheLimit)
@@ -198,6 +198,9 @@ TEST(GetHalfDepth, ReachesBeyondEveryTriangleButNoFartherThanTheLimit)
     EXPECT_LT(DepthOf(-70), 80);
     EXPECT_GT(DepthOf(19000), 19000);
     EXPECT_EQ(DepthOf(1e6F), 20000);
+    ImageTriangle beside = MakeTriangle(3, 3, 4, 4); // not in the image
+    beside.vertices[0][2] = 70;
+    EXPECT_LE(GetHalfDepth(GetTileSets(&beside, 1), &beside), 3);
 }
 
 } // namespace korvane

@@ -6,8 +6,6 @@
 
 #include <GL/glew.h>
 
-#include <numeric>
-
 namespace korvane::testing
 {
 
@@ -100,20 +98,13 @@ static unsigned int Compile(const std::vector<ImageTriangle>& triangles, LightSt
     return list;
 }
 
-static double GetDepth(const std::vector<ImageTriangle>& triangles)
-{
-    std::vector<int> order(triangles.size());
-    std::iota(order.begin(), order.end(), 0);
-    return GetHalfDepth(GetTileOrders(triangles.data(), order.data(), int(order.size())),
-                        triangles.data());
-}
-
 std::vector<unsigned char> DrawPlainly(const std::vector<ImageTriangle>& triangles,
                                        LightStates states)
 {
     std::vector<unsigned char> image(std::size_t(imagewidth) * imageheight * 4);
     const unsigned int list = Compile(triangles, states);
-    const double halfdepth = GetDepth(triangles);
+    const ImageTriangle* first = triangles.data();
+    const double halfdepth = GetHalfDepth(GetTileSets(first, int(triangles.size())), first);
     MakeTileBuffer();
     for (int tile = 0; tile < tilenumber; tile++) {
         for (int pass = 0; pass < tilepasses; pass++) {
