@@ -15,10 +15,11 @@ from .modelling import (
     soft_rows,
     tube,
 )
-from .paint import Paint, glass, matte, mixed, rgb
+from .paint import Paint, glass, laid, matte, mixed, rgb
 from .polyhedra import octahedron
 from .scenefile import Scene
 
+FLOOR = matte("3d3844", 1)
 RUBY, SAPPHIRE, AMBER, EMERALD, SKY = "d81e2c", "1f4fd8", "f5a51d", "159a55", "7cc4f0"
 
 
@@ -63,7 +64,7 @@ def pool(outline, level, colour):
     """A spot of coloured light on the floor; no two lie at the same level."""
     tint = mixed(rgb(colour), (1, 1, 1), 0.1)
     ring = [(x, level, z) for x, z in reversed(outline)]
-    return patch(ring).painted(Paint(tint, tint, 1.0, (0.48, 0.48)))
+    return patch(ring).painted(laid(Paint(tint, tint, 1.0, (0.48, 0.48)), FLOOR))
 
 
 def crystal(colour, size):
@@ -103,7 +104,7 @@ def stained_glass():
 
     sill = box(0.26, 0.036, 0.09).painted(stone).moved(0, 0.012, 0)
     scene.add("window/sill", sill)
-    floor = box(0.66, 0.03, 0.48).moved(0.05, -0.015, 0.175).painted(matte("3d3844", 1))
+    floor = box(0.66, 0.03, 0.48).moved(0.05, -0.015, 0.175).painted(FLOOR)
     pools = [
         pool(outline, 0.001 + 0.00005 * layer, colour)
         for layer, (outline, colour) in enumerate(spots)
@@ -176,13 +177,14 @@ def dragonfly():
 def lotus():
     """A water lily among its leaves. Petals and leaves are single sides, another colour behind."""
     scene = Scene()
+    blue = Paint((0.26, 0.66, 0.76), (0.0, 0.12, 0.26), 0.9)
     water = lathe(
         [Row(0.4, -0.05, True), *soft_rows((0.404, -0.025)), Row(0.4, 0.0, True), Row(0.24, 0.0)],
         18,
-        Paint((0.26, 0.66, 0.76), (0.0, 0.12, 0.26), 0.9),
+        blue,
     )
     light = Paint((0.75, 0.93, 0.95), (0.6, 0.85, 0.9), 1.0, (0.16, 0.16))
-    ripple = patch([(x, 0.001, -0.95 * z) for x, z in circle(0.34, 12)]).painted(light)
+    ripple = patch([(x, 0.001, -0.95 * z) for x, z in circle(0.34, 12)]).painted(laid(light, blue))
     scene.add("water", water.joined(ripple))
 
     pink, white = rgb("f0669a"), (1.0, 0.95, 0.97)

@@ -12,7 +12,7 @@ marked point with any other number of marked neighbours stays where it is.
 import math
 from dataclasses import dataclass, replace
 
-from .paint import Paint, matte
+from .paint import Paint, laid, matte
 from .vectors import cross, dot, mean, minus, plus, times, turned_point, unit
 
 # Which faces of a side are drawn.
@@ -373,11 +373,11 @@ def patch(outline):
     return Body(outline, [up, down], range(n))
 
 
-def shadow(radius, length, direction):
-    """The shadow that a thing throws on the ground y = 0 it stands on: a dark clear patch, to be
-    joined to the ground so that it is painted after it. It grows out by `length` from under the
-    thing; direction 0 is along x, 90 away from us."""
-    dark = Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, (0.3, 0.3))
+def shadow(radius, length, direction, ground):
+    """The shadow that a thing throws on the ground y = 0 it stands on, which has the paint `ground`:
+    a dark patch, to be joined to the ground. It grows out by `length` from under the thing;
+    direction 0 is along x, 90 away from us."""
+    dark = laid(Paint((0.02, 0.01, 0.06), (0.02, 0.01, 0.06), 1.0, (0.3, 0.3)), ground)
     ring = [(x + max(0.0, length * x / radius), y) for x, y in circle(radius * 1.06, 10)]
     spot = patch([(x, 0.0015, -y) for x, y in ring])
     return spot.painted(dark).turned("y", direction)

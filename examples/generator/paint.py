@@ -49,6 +49,14 @@ def glass(code, alpha, acuity=0.5):
     )
 
 
+def laid(clear, ground):
+    """An opaque surface that looks like a clear one lying closely on a ground. A clear one there is
+    not always painted after the ground: triangles are painted by the depth of their middles."""
+    light = mixed(ground.light, clear.light, clear.alphas[0])
+    shadow = mixed(ground.shadow, clear.shadow, clear.alphas[1])
+    return Paint(light, shadow, ground.acuity)
+
+
 def hue(turn, strength=0.75, brightness=0.95):
     """The colour code at a place of the colour wheel, where 1 is once round."""
     weights = (0.5 + 0.5 * math.cos(2 * math.pi * (turn - third / 3)) for third in range(3))

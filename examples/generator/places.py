@@ -16,7 +16,7 @@ from .modelling import (
     soft_rows,
     tube,
 )
-from .paint import Paint, glass, matte, shiny
+from .paint import Paint, glass, laid, matte, shiny
 from .polyhedra import icosahedron, octahedron, quartered
 from .scenefile import Scene
 from .vectors import times
@@ -139,11 +139,14 @@ def pine(size):
     return lathe(rows, 9).scaled(size)
 
 
+GRASS = matte("84b455", 1)
+
+
 def lawn(width, depth, thickness):
     """A slab of earth with grass on it; its top is the plane y = 0."""
     slab = box(width, thickness, depth).moved(0, -thickness / 2, 0)
     up = max(range(6), key=lambda number: slab.normal_of(number)[1])
-    return slab.painted_by(lambda number: matte("84b455", 1) if number == up else matte("8a6242"))
+    return slab.painted_by(lambda number: GRASS if number == up else matte("8a6242"))
 
 
 def house():
@@ -197,10 +200,10 @@ def house():
     scene.add("garden/flowers", join(bed))
 
     shadows = [
-        shadow(0.06, 0.1, 10).moved(-0.26, 0, 0.1),
-        shadow(0.045, 0.02, 0).moved(0.255, 0, -0.13),
+        shadow(0.06, 0.1, 10, GRASS).moved(-0.26, 0, 0.1),
+        shadow(0.045, 0.02, 0, GRASS).moved(0.255, 0, -0.13),
     ]
-    shadows.append(shadow(0.04, 0.01, 0).moved(0.27, 0, 0.07))
+    shadows.append(shadow(0.04, 0.01, 0, GRASS).moved(0.27, 0, 0.07))
     scene.add("garden/ground", join([lawn(0.68, 0.52, 0.045)] + shadows))
     return scene.turned("y", -30).turned("x", 27).moved(0, -0.105, 0)
 
@@ -263,10 +266,11 @@ def boat():
 
 def lighthouse():
     scene = Scene()
+    water = Paint((0.3, 0.76, 0.92), (0.0, 0.12, 0.4), 0.9)
     sea = lathe(
         [Row(0.4, -0.05, True), *soft_rows((0.405, -0.025)), Row(0.4, 0.0, True), Row(0.24, 0.0)],
         18,
-        Paint((0.3, 0.76, 0.92), (0.0, 0.12, 0.4), 0.9),
+        water,
     )
     foam = Paint((0.97, 1, 1), (0.8, 0.93, 1), 1, (0.4, 0.4))
     rings = []
@@ -275,7 +279,8 @@ def lighthouse():
             (x * (1 + 0.07 * math.sin(5 * i)) - 0.05, height, -0.8 * z - 0.03)
             for i, (x, z) in enumerate(circle(size, 14))
         ]
-        rings.append(patch(outline).painted(foam))
+        water = laid(foam, water)
+        rings.append(patch(outline).painted(water))
     scene.add("sea", join([sea] + rings))
 
     rock = lumpy(quartered(icosahedron()), 0.18, 7).painted(matte("8f8478"))

@@ -13,12 +13,16 @@ PEAR = Paint((0.9, 0.93, 0.5), (0.3, 0.34, 0.04), 0.55)
 GRAPE = Paint((0.78, 0.6, 0.98), (0.16, 0.04, 0.32), 0.4)
 
 
+WOODS = [matte(colour, 0.9) for colour in ("b9824e", "a9733f", "c08a56")]
+PLANK = 0.172  # from the middle of one to that of the next
+
+
 def table():
     """Three planks of different woods."""
     planks = []
-    for place, colour in enumerate(("b9824e", "a9733f", "c08a56")):
-        plank = box(0.8, 0.035, 0.17).painted(matte(colour, 0.9))
-        planks.append(plank.moved(0, -0.0175, 0.172 * (place - 1)))
+    for place, wood in enumerate(WOODS):
+        plank = box(0.8, 0.035, 0.17).painted(wood)
+        planks.append(plank.moved(0, -0.0175, PLANK * (place - 1)))
     return join(planks)
 
 
@@ -80,7 +84,8 @@ def showcase():
         """Puts a body on the table, with a shadow as wide as what stands on it."""
         scene.add(path, body.moved(x, 0.001, z))
         if under:
-            ground.append(shadow(under, reach, 15).moved(x, 0, z))
+            wood = WOODS[round(z / PLANK) + 1]
+            ground.append(shadow(under, reach, 15, wood).moved(x, 0, z))
 
     stand("vessels/amphora", amphora().scaled(0.98), -0.215, -0.13, 0.1, 0.14)
     stand("vessels/goblet", goblet().painted(GOLD), 0.105, -0.14, 0.108, 0.1)

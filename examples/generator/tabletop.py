@@ -147,7 +147,8 @@ def board(cells, cell, light, dark, edge):
 
 def chess():
     cell = 0.2
-    ground = board(3, cell, matte("f7e2b0", 1), matte("8f5029", 1), matte("6a3516"))
+    fields = (matte("f7e2b0", 1), matte("8f5029", 1))
+    ground = board(3, cell, *fields, matte("6a3516"))
     pieces = {
         "white/king": (king, IVORY, 0, 1, 0),
         "white/knight": (knight, IVORY, 1, 0, 150),
@@ -162,7 +163,8 @@ def chess():
     for name, (maker, paint, i, j, turn) in pieces.items():
         x, z = i * cell, -j * cell
         scene.add(name, maker().painted(paint).turned("y", turn).moved(x, 0.002, z))
-        shadows.append(shadow(0.086, 0.055, 28).moved(x, 0, z))
+        field = fields[(i + j) % 2]
+        shadows.append(shadow(0.086, 0.007, 28, field).moved(x, 0, z))  # on its own field
     scene.add("board", join([ground] + shadows))
     return scene.turned("y", 28).turned("x", 26).moved(0, -0.2, 0)
 
@@ -232,6 +234,7 @@ def bowl():
 
 def vessels():
     scene = Scene()
+    stone = matte("d9c9b4")
     plinth = lathe(
         [
             Row(0.4, -0.05, True),
@@ -240,7 +243,7 @@ def vessels():
             Row(0.2, 0.0),
         ],
         18,
-        matte("d9c9b4"),
+        stone,
     )
     things = {
         "goblet": (goblet().painted(GOLD), -0.18, 0.13, 0.11),
@@ -250,6 +253,6 @@ def vessels():
     shadows = [plinth]
     for name, (body, x, z, radius) in things.items():
         scene.add(name, body.moved(x, 0.001, z))
-        shadows.append(shadow(radius, 0.09, 25).moved(x, 0, z))
+        shadows.append(shadow(radius, 0.09, 25, stone).moved(x, 0, z))
     scene.add("plinth", join(shadows))
     return scene.turned("y", 12).turned("x", 24).moved(0, -0.22, 0)
