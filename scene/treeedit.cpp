@@ -137,7 +137,7 @@ static void ReadRowsAgain()
 // renumbered in one pass. The rows go first, while they still name the right nodes.
 static void RemoveSubtrees(const std::vector<int>& tops)
 {
-    BeginRowRemoval();
+    BeginRowChanges();
     for (int top : tops) {
         GtkTreeIter row = treeiters[top].iter;
         gtk_tree_store_remove(store, &row);
@@ -147,7 +147,7 @@ static void RemoveSubtrees(const std::vector<int>& tops)
     CloseUpNodes(NumberTheOthers(gonenodes), NumberTheOthers(goneshapes));
     ReadRowsAgain();
     DeleteMarkedShapes(goneshapes.data());
-    EndRowRemoval();
+    EndRowChanges();
 }
 
 void DelSelected()

@@ -110,7 +110,7 @@ void TreeDeleted(GtkTreeModel*, GtkTreePath*)
     }
     const int node = GetNodeOfRow(movediter);
     const int folder = GetFolderOfDrop(movediter);
-    BeginRowRemoval();
+    BeginRowChanges();
     GtkTreeIter copy = *movediter;
     gtk_tree_iter_free(movediter);
     movediter = nullptr; // the removal that follows is our own: this handler ignores it
@@ -121,7 +121,7 @@ void TreeDeleted(GtkTreeModel*, GtkTreePath*)
     GtkTreePath* first = gtk_tree_path_new_first();
     SetAllIter(0, first);
     gtk_tree_path_free(first);
-    EndRowRemoval();
+    EndRowChanges();
     gtk_tree_selection_unselect_all(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)));
     SelectRow(node);
 }

@@ -16,7 +16,7 @@ namespace korvane
 
 GtkTreeSelection* tselection = nullptr;
 
-static int rowremovals = 0; // open BeginRowRemoval calls, for the whole run
+static int rowchanges = 0; // open BeginRowChanges calls, for the whole run
 
 static bool IsTreeSelected(int node)
 {
@@ -105,7 +105,7 @@ static void SayThatShapesAreHidden()
 
 void TreeSelectedChange(GtkTreeSelection* selection)
 {
-    if (rowremovals > 0) {
+    if (rowchanges > 0) {
         return;
     }
     tselection = selection;
@@ -116,15 +116,15 @@ void TreeSelectedChange(GtkTreeSelection* selection)
     rdstate |= redrawwanted;
 }
 
-void BeginRowRemoval()
+void BeginRowChanges()
 {
-    rowremovals++;
+    rowchanges++;
 }
 
-void EndRowRemoval()
+void EndRowChanges()
 {
-    rowremovals--;
-    if (rowremovals == 0 && tselection != nullptr) {
+    rowchanges--;
+    if (rowchanges == 0 && tselection != nullptr) {
         TreeSelectedChange(tselection);
     }
 }
@@ -196,7 +196,7 @@ void SelectNewRows(int folder, int firstnode)
         return place < parent.childnumber && parent.children[place] >= firstnode;
     };
     GtkTreePath* path = OpenFolder(folder);
-    BeginRowRemoval(); // every run would be a change
+    BeginRowChanges(); // every run would be a change
     for (int i = 0; i < parent.childnumber; i++) {
         const int first = i;
         while (isnew(i)) {
@@ -206,7 +206,7 @@ void SelectNewRows(int folder, int firstnode)
             SelectRange(path, first, i - 1);
         }
     }
-    EndRowRemoval();
+    EndRowChanges();
     gtk_tree_path_free(path);
 }
 

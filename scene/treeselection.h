@@ -16,10 +16,11 @@ extern GtkTreeSelection*
 // the shapes' `selected` bits.
 void TreeSelectedChange(GtkTreeSelection* selection);
 
-// Rows that vanish would call the handler once each, with nodes half gone. Between these two it is
-// silent; EndRowRemoval runs it once. They may be nested.
-void BeginRowRemoval();
-void EndRowRemoval();
+// Rows that vanish would call the handler once each, with nodes half gone, and so would rows that
+// are selected one by one. Between these two it is silent; EndRowChanges runs it once. They may be
+// nested.
+void BeginRowChanges();
+void EndRowChanges();
 
 // Marks every shape at or below a node as selected and shown.
 void SetSelected(int node);

@@ -260,7 +260,7 @@ Block<int[]> GetSelectedShapes(int* count)
 
 void ClearTree()
 {
-    BeginRowRemoval();
+    BeginRowChanges();
     gtk_tree_store_clear(store);
     for (int i = 1; i < treeiternumber; i++) {
         FreeArray(treeiters[i].children);
@@ -268,7 +268,7 @@ void ClearTree()
     }
     treeiternumber = 1;
     treeiters[0].childnumber = 0;
-    EndRowRemoval();
+    EndRowChanges();
 }
 
 } // namespace korvane

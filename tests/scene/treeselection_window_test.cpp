@@ -258,15 +258,15 @@ TEST_F(TreeSelection, PutsACreatedNodeInTheSelectedFolder)
 TEST_F(TreeSelection, IsNotReadWhileRowsVanishAndOnceAfterwards)
 {
     SelectRows({top});
-    BeginRowRemoval();
-    BeginRowRemoval();
+    BeginRowChanges();
+    BeginRowChanges();
     gtk_tree_selection_unselect_all(GetTreeSelection());
     gtk_tree_selection_select_iter(GetTreeSelection(), &treeiters[c].iter);
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
-    EndRowRemoval(); // the inner one
+    EndRowChanges(); // the inner one
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({top}));
     rdstate = 0;
-    EndRowRemoval();
+    EndRowChanges();
     EXPECT_EQ(GetSelectedNodes(), std::vector<int>({c}));
     EXPECT_EQ(rdstate & redrawwanted, redrawwanted);
 }

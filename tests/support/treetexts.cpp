@@ -51,12 +51,12 @@ std::string GetSelection()
 void SelectRows(const std::vector<int>& nodes)
 {
     GtkTreeSelection* selection = gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
-    BeginRowRemoval(); // a silent handler: each row alone would be a change
+    BeginRowChanges(); // a silent handler: each row alone would be a change
     gtk_tree_selection_unselect_all(selection);
     for (int node : nodes) {
         SelectRow(node);
     }
-    EndRowRemoval();
+    EndRowChanges();
     TreeSelectedChange(selection);
 }
 
