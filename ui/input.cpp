@@ -83,6 +83,14 @@ static int GetPressedIndex(const ActiveElement* list, int type)
     return hit ? int(activepointer - list) : -1;
 }
 
+// Finds the element under the pointer and the place that a click there would give a point.
+static void LookUnderPointer()
+{
+    mouse[2] = 0;
+    SearchActive();
+    SetGradientMouse();
+}
+
 static void RecordPressedElement()
 {
     buttonpresspointactive = GetPressedIndex(activepoints, ELEMENT_POINT);
@@ -95,6 +103,7 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     if (event->type != GDK_BUTTON_PRESS) { // a double click comes as an extra press of its own type
         return TRUE;
     }
+    LookUnderPointer(); // what was there when it moved last may have been edited since
     buttonpressx = float(event->x);
     buttonpressy = float(event->y);
     buttonpressgx = gmouse[0];
@@ -281,7 +290,6 @@ static void SetMouse(double x, double y)
     const double shorter = 2.0 * std::min(width, height);
     mouse[0] = float((2 * x - width) / shorter);
     mouse[1] = float((height - 2 * y) / shorter);
-    mouse[2] = 0;
 }
 
 static void PrintPosition()
@@ -348,8 +356,7 @@ static void StepPointerState(const GdkEventMotion* event)
 int MouseMov(GtkWidget*, GdkEventMotion* event)
 {
     SetMouse(event->x, event->y);
-    SearchActive();
-    SetGradientMouse();
+    LookUnderPointer();
     PrintPosition();
     StepPointerState(event);
     return FALSE;

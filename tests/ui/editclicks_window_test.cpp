@@ -63,6 +63,44 @@ TEST_F(EditClicks, TakeAPointOnAnEdgeForAPoint)
     EXPECT_EQ(pindex, 2);
 }
 
+// The hand rests between the click and the drag.
+TEST_F(EditClicks, DragThePointThatAClickHasJustInserted)
+{
+    Click(left, 420, 640);
+    DrawFrame();
+    Press(left);
+    EXPECT_EQ(buttonpresspointactive, 4);
+    Move(420, 720);
+    Release(left);
+    EXPECT_NEAR(GetPoint(4)[1], -0.4F, 1e-6);
+    EXPECT_FALSE(IsTurned());
+}
+
+TEST_F(EditClicks, DragAPointAgainWhereItWasLeft)
+{
+    Move(740, 160);
+    for (const double newy : {120.0, 80.0}) {
+        Press(left);
+        ASSERT_EQ(buttonpresspointactive, 2);
+        Move(740, newy);
+        Release(left);
+        DrawFrame();
+    }
+    EXPECT_NEAR(GetPoint(2)[1], 0.4F, 1e-6);
+    EXPECT_FALSE(IsTurned());
+}
+
+TEST_F(EditClicks, RemoveOneShapeBehindTheOtherWithoutMoving)
+{
+    AddToView(CubeOfHalfEdge(0.1F));
+    Move(500, 400);
+    for (int remaining = 1; remaining >= 0; remaining--) {
+        Press(middle);
+        Release(middle);
+        EXPECT_EQ(shapenumber, remaining);
+    }
+}
+
 TEST_F(EditClicks, LeaveFourPoints)
 {
     Click(middle, 260, 640);
