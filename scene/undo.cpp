@@ -60,8 +60,8 @@ void PushScene()
     AddRecord(SaveScene());
 }
 
-// Saves the present, to which redo can come back, behind the newest undo step. A present that an
-// earlier undo saved there before it only flew is old by now: its place is used again.
+// Saves the present, to which redo can come back, behind the newest undo step, in the place of one
+// that is there already.
 static void SavePresent()
 {
     const UndoRecord& newest = puffer[pindex - 1];
@@ -97,17 +97,18 @@ void PopUndo()
     if (pindex == 0) {
         return;
     }
-    if (pindex + 1 >= pnumber) { // nothing that could be redone
+    const bool inplace = IsViewInPlace(puffer[pindex - 1]);
+    // A present that was saved before a flight may have gone on since.
+    if (pindex == pnumber || (inplace && pindex + 1 == pnumber)) {
         SavePresent();
     }
-    const UndoRecord& record = puffer[pindex - 1];
-    if (!IsViewInPlace(record)) {
-        FlyToView(record);
+    if (!inplace) {
+        FlyToView(puffer[pindex - 1]);
         return;
     }
     pindex--;
     KeepRedoState(pindex);
-    RestoreRecord(record);
+    RestoreRecord(puffer[pindex]);
     ShowWhetherUndoable();
 }
 

@@ -196,6 +196,18 @@ TEST_F(UndoSteps, ArriveWhereverTheyFlyTo)
     ExpectPosition(0, 101);
 }
 
+TEST_F(UndoSteps, SaveThePresentOnceOnTheWay)
+{
+    Edit(0, 1);
+    mainview.center[0] = 0.25F;
+    PopUndo();
+    const Shape* saved = puffer[1].shapes[0];
+    PlayCamera();
+    PopUndo();
+    EXPECT_EQ(puffer[1].shapes[0], saved);
+    ExpectPosition(1, 2);
+}
+
 // As when the key is held down: each press comes before the flight of the one before has ended.
 TEST_F(UndoSteps, DoNotStartAFlightOverThatIsOnItsWay)
 {
