@@ -9,7 +9,9 @@
 #include "tests/support/shapes.h"
 #include "tests/support/tempfolder.h"
 #include "tests/support/treetexts.h"
+#include "ui/input.h"
 #include "view/frameloop.h"
+#include "view/mainview.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
@@ -364,6 +366,15 @@ TEST_F(SceneFile, NewEmptiesTheSceneWithoutAQuestion)
     EXPECT_EQ(rdstate & redrawwanted, redrawwanted);
     EXPECT_EQ(filemodes, std::vector<int>());
     EXPECT_EQ(NewMrt(), 0);
+}
+
+// The shape that it named by its index would be another one.
+TEST_F(SceneFile, NewPutsDownATakenUpTool)
+{
+    mainview.action = MOVE_SHAPE;
+    srshapenumber = 0;
+    New();
+    EXPECT_EQ(mainview.action, TOOL_NONE);
 }
 
 TEST_F(SceneFile, OpenAsksForTheFile)
