@@ -2,7 +2,6 @@
 
 #include "geometry/construction.h"
 #include "geometry/surgery.h"
-#include "scene/arrays.h"
 #include "scene/treeview.h"
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
@@ -27,18 +26,18 @@ protected:
 
     void TearDown() override
     {
-        SetPath({});
+        DelNewPoints();
         StartEmptyScene();
     }
 
-    // Clicks a path into place, without a view.
+    // Clicks a path into place, whatever the camera.
     static void SetPath(const Points& path)
     {
-        FreeArray(newpoints);
-        newpointnumber = int(path.size());
-        if (!path.empty()) {
-            newpoints = NewArray<float[3]>(newpointnumber);
-            std::copy_n(path[0].data(), 3 * newpointnumber, newpoints[0]);
+        DelNewPoints();
+        duplicatesign = 1;
+        for (const std::array<float, 3>& place : path) {
+            AddNewPoint(place.data());
+            std::copy_n(place.data(), 3, newpoints[newpointnumber - 1]);
         }
     }
 
