@@ -2,6 +2,7 @@
 
 #include "geometry/duplication.h"
 #include "tests/support/pickscene.h"
+#include "ui/input.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>
@@ -205,7 +206,9 @@ TEST_F(Construction, EndsWithoutARest)
         FindAt(0.3F, 0.1F);
         ASSERT_NE(activepointer, nullptr);
         mouse[0] = mouse[1] = 0; // over the square's side
+        buttonpresspointactive = activepointnumber - 1;
         DelNewPoints();
+        EXPECT_EQ(buttonpresspointactive, -1);
         EXPECT_EQ(newsign, 0);
         EXPECT_EQ(duplicatesign, 0);
         EXPECT_EQ(newpointnumber, 0);

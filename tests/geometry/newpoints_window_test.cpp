@@ -288,6 +288,7 @@ TEST_F(NewPoints, StartANewSideOnAPointOfAShape)
     ASSERT_EQ(newpointnumber, 1);
     ExpectPlace(NewPoint(0), {-0.2F, -0.2F, 0});
     EXPECT_EQ(GetMarks(), "0");
+    EXPECT_EQ(activepointer, nullptr);     // the side cannot end where it starts
     EXPECT_EQ(GetMarksOfShape(0), "0010"); // across the square
     EXPECT_EQ(GetMarksOfShape(other), "00000000");
     EXPECT_EQ(activesides[0].active, 0);
@@ -368,6 +369,23 @@ TEST_F(NewPoints, CutASideOfABody)
     EXPECT_EQ(FindBrokenRuleOfClosedBody(*shapes[0]), "");
 }
 
+TEST_F(NewPoints, CutASideOfTheShapeOnWhichTheyStartInTheOrderOfTheClicks)
+{
+    AddProjected(MakeFlatShape({{0.3F, 0.3F, 0}, {0.4F, 0.3F, 0}, {0.4F, 0.4F, 0}}));
+    const int body = AddProjected(CubeOfHalfEdge(0.2F)); // 4 is at the lower left in front
+    StartSideAt(-0.2F, -0.2F);
+    EXPECT_EQ(puffer[pindex - 1].shapeindex, body);
+    EXPECT_EQ(GetMarksOfShape(0), "000");
+    ClickAt(-0.1F, 0);
+    EXPECT_EQ(GetMarksOfShape(0), "000");
+    ClickAt(0.1F, 0);
+    ClickAt(0.2F, 0.2F);
+    EXPECT_EQ(shapes[0]->sidenumber, 1);
+    EXPECT_EQ(StripesOf(*shapes[body]).back(), (std::vector<int>{4, 8, 9, 6}));
+    ExpectPlace(PlaceOf(shapes[body], 8), {-0.1F, 0, 0.2F});
+    ExpectPlace(PlaceOf(shapes[body], 9), {0.1F, 0, 0.2F});
+}
+
 TEST_F(NewPoints, StartANewSideAtTheDepthOfItsPoint)
 {
     AddFlatSquare(0.3F);
@@ -418,7 +436,7 @@ TEST_F(NewPoints, EndNoNewSideOnAnotherShape)
     StartSideAt(-0.2F, -0.2F);
     ClickAt(0, 0.1F);
     MakeAllPickable();
-    ClickAt(0.3F, 0.3F);
+    ClickAt(0.4F, 0.4F); // its third, as the one across the square
     EXPECT_EQ(newpointnumber, 3);
     EXPECT_EQ(newsign, 1);
 }
