@@ -3,6 +3,7 @@
 #include "geometry/clickdepth.h"
 #include "geometry/construction.h"
 #include "geometry/creation.h"
+#include "geometry/surgery.h"
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/undo.h"
@@ -43,7 +44,7 @@ static std::vector<Bond> GetBonds()
     for (int i = 0; i < shape->sidenumber; i++) {
         const Side& side = shape->sides[i];
         const int m = side.pointnumber;
-        if (std::find(side.points, side.points + m, pstart) == side.points + m) {
+        if (!HasCorner(side, pstart)) {
             continue;
         }
         for (int k = 0; k < m; k++) {

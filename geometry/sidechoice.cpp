@@ -2,6 +2,7 @@
 
 #include "geometry/shapegeometry.h"
 #include "geometry/sideplane.h"
+#include "geometry/surgery.h"
 #include "geometry/vectors.h"
 #include "scene/model.h"
 
@@ -16,12 +17,6 @@ namespace korvane
 {
 
 static constexpr int noone = -1; // in the place of an index: none
-
-static bool HasCorner(const Side& side, int point)
-{
-    return std::find(side.points, side.points + side.pointnumber, point) !=
-           side.points + side.pointnumber;
-}
 
 static bool AreNeighbours(const Side& side, int a, int b)
 {

@@ -137,11 +137,6 @@ void CutAlongChain(Shape* shape, const Chain& chain)
     CutSideAgain(shape, shape->sidenumber - 1);
 }
 
-static void ReverseSide(Side& side)
-{
-    std::reverse(side.points, side.points + side.pointnumber);
-}
-
 // Whether side 0 of a body, seen from the body's centre, shows its back.
 static bool FacesOutwards(Shape* shape)
 {
@@ -155,11 +150,11 @@ static bool FacesOutwards(Shape* shape)
 static void TurnSidesOutwards(Shape* shape)
 {
     if (FacesOutwards(shape)) {
-        ReverseSide(shape->sides[1]);
-        ReverseSide(shape->sides[2]);
+        ReverseCornersOfSide(&shape->sides[1]);
+        ReverseCornersOfSide(&shape->sides[2]);
         return;
     }
-    ReverseSide(shape->sides[0]);
+    ReverseCornersOfSide(&shape->sides[0]);
     CutSideAgain(shape, 0);
 }
 
@@ -189,7 +184,6 @@ void RaiseOverChain(Shape* shape, const Chain& chain)
     AppendSide(shape, halves.lower, shape->sides[0]);
     AppendSide(shape, halves.upper, shape->sides[0]);
     SetCenterPointOfShape(shape);
-    SetRadiusOfShape(shape);
     TurnSidesOutwards(shape);
     CutSideAgain(shape, 1);
     CutSideAgain(shape, 2);

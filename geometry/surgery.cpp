@@ -26,6 +26,12 @@ static int* CopyToArray(const std::vector<int>& values)
     return CopyArray(values.data(), int(values.size()));
 }
 
+bool HasCorner(const Side& side, int point)
+{
+    const int* end = side.points + side.pointnumber;
+    return std::find(static_cast<const int*>(side.points), end, point) != end;
+}
+
 std::vector<int> GetCornersOfSide(const Side& side)
 {
     return {side.points, side.points + side.pointnumber};
@@ -41,6 +47,11 @@ void SetCornersOfSide(Side* side, const std::vector<int>& corners)
     FreeArray(side->points);
     side->points = CopyToArray(corners);
     side->pointnumber = int(corners.size());
+}
+
+void ReverseCornersOfSide(Side* side)
+{
+    std::reverse(side->points, side->points + side->pointnumber);
 }
 
 void SetPointsOfStripe(Stripe* stripe, const std::vector<int>& points)
@@ -224,8 +235,7 @@ void MovePoint(Shape* shape, int point, const float place[3])
     std::copy_n(place, 3, shape->points[point]);
     for (int s = 0; s < shape->sidenumber; s++) {
         Side& side = shape->sides[s];
-        if (std::find(side.points, side.points + side.pointnumber, point) !=
-            side.points + side.pointnumber) {
+        if (HasCorner(side, point)) {
             SetTrianglesOfSide(&side, side.triangles[0]);
         }
     }

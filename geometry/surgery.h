@@ -15,12 +15,15 @@ struct Stripe;
 // Appends points, model coordinates. Returns the index of the first.
 int AppendPoints(Shape* shape, const float points[][3], int number);
 
+bool HasCorner(const Side& side, int point);
 std::vector<int> GetCornersOfSide(const Side& side);
 std::vector<int> GetPointsOfStripe(const Stripe& stripe);
-void SetCornersOfSide(Side* side,
-                      const std::vector<int>& corners); // its triangles stay as they are
 void SetPointsOfStripe(Stripe* stripe, const std::vector<int>& points);
 void AppendStripe(Shape* shape, const std::vector<int>& points);
+
+// The side's triangles stay as they are.
+void SetCornersOfSide(Side* side, const std::vector<int>& corners);
+void ReverseCornersOfSide(Side* side);
 
 // Appends a side whose run stands at the end of the triangles, two fewer than it has corners, with
 // the visibility and the colours of `like`, a side of any shape.

@@ -104,7 +104,7 @@ static Ring TurnFlatSide(Shape* shape, Sweep& sweep)
     const Place normal = CopyNormalOfSide(&side);
     sweep.along = Negate(normal);
     if (!LeavesAlong(sweep.path, sweep.along)) {
-        std::reverse(side.points, side.points + side.pointnumber);
+        ReverseCornersOfSide(&side);
         sweep.along = normal;
     }
     sweep.profile = GetProfileOfSide(&side);
