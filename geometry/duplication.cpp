@@ -25,6 +25,11 @@ static Places GetNewPoints()
     return path;
 }
 
+int CountPathPlaces()
+{
+    return int(DropStillSteps(GetNewPoints()).size());
+}
+
 void CreateDuplicate(int shapeindex, int sideindex, int target, int closed)
 {
     if (shapeindex < 0 || shapeindex >= shapenumber) {

@@ -11,6 +11,9 @@ extern float (*centerpoints)[3];  // owned; centres of the sides to which a brid
 extern float (*rcenterpoints)[3]; // owned; the same in view coordinates
 extern int centernumber;          // length of both
 
+// How many rings the points clicked so far ask for: those that equal the one before add none.
+int CountPathPlaces();
+
 // Sweeps a side of a shape along the points clicked so far (`newpoints`): a flat shape becomes a
 // tube or, `closed`, a ring; a body's side is drawn out or, `closed`, bridged to its side `target`.
 // `closed` is 1 when the path ended on a picked point. Reads newpoints; writes the shape, which is

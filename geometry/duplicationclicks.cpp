@@ -63,11 +63,12 @@ static void PutFirstPoint(int shapeindex, int sideindex)
 // Where the path may be closed. A ring needs three places, a bridge one between its ends.
 static void MarkEnds()
 {
+    const int places = CountPathPlaces();
     if (oneside) {
-        GetNewPointRecords()[0].active = newpointnumber >= 3 ? 1 : 0;
+        GetNewPointRecords()[0].active = places >= 3 ? 1 : 0;
     }
     for (int k = 0; k < centernumber; k++) {
-        GetCenterRecords()[k].active = newpointnumber >= 2 ? 1 : 0;
+        GetCenterRecords()[k].active = places >= 2 ? 1 : 0;
     }
 }
 

@@ -103,6 +103,19 @@ TEST_F(DuplicationClicks, StartInTheMiddleOfTheSide)
     EXPECT_EQ(puffer[before].shapeindex, 0);
 }
 
+TEST_F(DuplicationClicks, StartExactlyInTheMiddleWhateverTheCamera)
+{
+    AddFlatSquare();
+    TurnToTheSide(); // the screen's x is the world's z
+    mainview.scale = 0.7F;
+    mainview.center[2] = 3;
+    mainview.perspective = fadedone;
+    TransferAllShape();
+    Start(0, 0);
+    EXPECT_EQ((Place{newpoints[0][0], newpoints[0][1], newpoints[0][2]}), (Place{0, 0, 0.2F}));
+    ExpectPlace(rotated[0], {-1.96F, 0, 0}); // 0.7 * (0.2 - 3)
+}
+
 TEST_F(DuplicationClicks, OfferTheCentresOfTheOtherSidesOfABody)
 {
     AddProjected(CubeOfHalfEdge(0.1F));
@@ -208,10 +221,26 @@ TEST_F(DuplicationClicks, CloseARingFromTheThirdPlaceOn)
     EXPECT_EQ(FindBrokenRuleOfClosedBody(*shapes[0]), "");
 }
 
+// A double click puts two points into one place.
+TEST_F(DuplicationClicks, CountTheSamePlaceOnceTowardsARing)
+{
+    AddFlatSquare();
+    Start(0, 0);
+    ClickAt(0.3F, 0);
+    ClickAt(0.3F, 0);
+    EXPECT_EQ(GetMarks(), "000");
+    ClickAt(0.3F, 0.3F);
+    EXPECT_EQ(GetMarks(), "1000");
+    Put(CLICK_TAKEBACK);
+    EXPECT_EQ(GetMarks(), "000");
+    Put(CLICK_FINISH);
+    EXPECT_EQ(shapes[0]->pointnumber, 2 * 4);
+}
+
 TEST_F(DuplicationClicks, BridgeToTheCentreThatIsPicked)
 {
     AddProjected(CubeOfHalfEdge(0.1F));
-    Start(0, RIGHT);
+    Start(0, BACK);
     ClickAt(0.3F, 0);
     ClickAt(0.3F, 0.3F);
     ClickAt(0, 0.3F);
@@ -220,10 +249,25 @@ TEST_F(DuplicationClicks, BridgeToTheCentreThatIsPicked)
     const Shape* shape = shapes[0];
     EXPECT_EQ(shape->sidenumber, 6 - 2 + 4 * 4); // walls between five places
     EXPECT_FALSE(HasSideAt(shape, {0, 0.1F, 0}));
-    EXPECT_FALSE(HasSideAt(shape, {0.1F, 0, 0}));
+    EXPECT_FALSE(HasSideAt(shape, {0, 0, -0.1F}));
     EXPECT_TRUE(HasSideAt(shape, {-0.1F, 0, 0}));
     EXPECT_TRUE(HasSideAt(shape, {0, -0.1F, 0}));
     EXPECT_EQ(FindBrokenRuleOfClosedBody(*shape), "");
+}
+
+// Seen from the side, depth is the opposite of the world's x, and the screen's x its z.
+TEST_F(DuplicationClicks, TakeTheDepthOfTheLastPlaceAfterATurn)
+{
+    AddFlatSquare();
+    Start(0, 0);
+    ClickAt(0.3F, 0.1F);
+    TurnToTheSide();
+    ClickAt(0.1F, 0.3F);
+    ExpectPlace(newpoints[2], {0.3F, 0.3F, 0.1F});
+    Put(CLICK_TAKEBACK);
+    Put(CLICK_TAKEBACK);
+    ClickAt(0.1F, 0.3F);
+    ExpectPlace(newpoints[1], {0, 0.3F, 0.1F}); // as deep as the start again
 }
 
 // From the right centre, depth 0 at x = 0.1, to the front one, depth 0.1 at x = 0, both level: by
