@@ -21,6 +21,7 @@ TriangleLook GetLook(const ImageTriangle& triangle)
     return {colors, alike, alike ? -1.0F : 1.0F};
 }
 
+// As they are looked up, byte by byte.
 static bool AreSameColors(const float* a, const float* b)
 {
     return std::memcmp(a, b, colornumber * sizeof(float)) == 0;
@@ -127,14 +128,13 @@ class TileQueues
 public:
     TileQueues(const std::vector<int>& order, int tile, const ImageTriangle* hszog)
     {
-        const Places across = {tilespan * (tile % tilecolumns - tilecolumns / 2.0), cellspan,
-                               cellnumber};
-        const Places down = {tilespan * (tilerows / 2.0 - tile / tilecolumns), -cellspan,
-                             cellnumber};
+        const int column = tile % tilecolumns;
+        const int row = tile / tilecolumns;
+        const Places across = {tilespan * (column - tilecolumns / 2.0), cellspan, cellnumber};
+        const Places down = {tilespan * (tilerows / 2.0 - row), -cellspan, cellnumber};
         reaches.reserve(order.size());
         for (const int index : order) {
-            reaches.push_back(
-                {GetRange(hszog[index], 0, across, 0), GetRange(hszog[index], 1, down, 0)});
+            reaches.push_back({GetCells(hszog[index], 0, across), GetCells(hszog[index], 1, down)});
         }
         MakeQueues();
     }
@@ -172,6 +172,14 @@ private:
     struct Queue {
         std::size_t next, end; // of its run of `entries`; what lies before `next` has been taken
     };
+
+    // What lies beside the tile may be moved into it by a pass: it counts to the cells of the
+    // border.
+    static Range GetCells(const ImageTriangle& triangle, int axis, const Places& places)
+    {
+        const Range range = GetRange(triangle, axis, places, 0);
+        return {std::min(range.first, cellnumber - 1), std::max(range.last, 0)};
+    }
 
     template <class Work> void ForCells(std::size_t k, Work work)
     {

@@ -14,7 +14,7 @@ static int GetGrey(int x, int y)
 // A pixel of the preview from the 2 x 2 block whose upper left pixel is given.
 static void LayOver(unsigned char* shown, const unsigned char* upper, int grey)
 {
-    const unsigned char* lower = upper + imagewidth * 4;
+    const unsigned char* lower = upper + std::ptrdiff_t(imagewidth) * 4;
     const auto average = [=](int channel) {
         return (upper[channel] + upper[channel + 4] + lower[channel] + lower[channel + 4]) / 4;
     };
@@ -27,11 +27,11 @@ static void LayOver(unsigned char* shown, const unsigned char* upper, int grey)
 
 std::vector<unsigned char> MakePreview(const unsigned char* image)
 {
-    std::vector<unsigned char> preview(std::size_t(previewwidth * previewheight * 3));
+    std::vector<unsigned char> preview(std::size_t(previewwidth) * previewheight * 3);
     unsigned char* shown = preview.data();
     for (int y = 0; y < previewheight; y++) {
         for (int x = 0; x < previewwidth; x++, shown += 3) {
-            LayOver(shown, image + (2 * y * imagewidth + 2 * x) * 4, GetGrey(x, y));
+            LayOver(shown, image + std::ptrdiff_t(2 * y * imagewidth + 2 * x) * 4, GetGrey(x, y));
         }
     }
     return preview;

@@ -8,6 +8,7 @@
 #include <GL/glew.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 
@@ -219,8 +220,8 @@ void StoreTile(int tile, unsigned char* image)
     const int row = tile / tilecolumns;
     for (int y = 0; y < tilesize; y++) { // OpenGL counts rows from the bottom
         const int imagerow = tilesize * row + tilesize - 1 - y;
-        const std::uint16_t* sum = sums + y * rowbytes;
-        unsigned char* stored = image + (imagerow * tilecolumns + column) * rowbytes;
+        const std::uint16_t* sum = sums + std::ptrdiff_t(y) * rowbytes;
+        unsigned char* stored = image + std::ptrdiff_t(imagerow * tilecolumns + column) * rowbytes;
         std::transform(sum, sum + rowbytes, stored, [](std::uint16_t total) {
             return static_cast<unsigned char>((total + tilepasses / 2) / tilepasses);
         });

@@ -113,6 +113,17 @@ TEST(GatherLooks, KeepsTheOrderOfTrianglesThatOverlap)
         (std::vector<int>{0, 1, 2}));
 }
 
+// A fifth of a pixel beside the tile, from where a pass moves them in.
+TEST(GatherLooks, KeepsTheOrderOfTrianglesJustBesideTheTile)
+{
+    for (const auto& [x, y] :
+         {std::pair{-4.2, 20.0}, {tilesize + 0.2, 20.0}, {20.0, -4.2}, {20.0, tilesize + 0.2}}) {
+        EXPECT_EQ(Gather({SmallTriangle(x, y, 0), SmallTriangle(x, y, 1), SmallTriangle(x, y, 0)}),
+                  (std::vector<int>{0, 1, 2}))
+            << x << " " << y;
+    }
+}
+
 // For every pixel, in which order it is drawn to by triangles that may reach it.
 static std::vector<std::vector<int>> GetPixelOrders(const std::vector<ImageTriangle>& triangles,
                                                     const std::vector<int>& order)
