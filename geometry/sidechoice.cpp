@@ -71,12 +71,10 @@ static double GetDistanceFromSide(const float* p, const Side& side)
 
 static std::vector<int> GetCandidates(const Shape* shape, const Chain& chain)
 {
-    const bool isdirect = chain.number == 2;
     std::vector<int> candidates;
     for (int s = 0; s < shape->sidenumber; s++) {
         const Side& side = shape->sides[s];
-        if (HasCorner(side, chain.start) && HasCorner(side, chain.end) &&
-            !(isdirect && AreNeighbours(side, chain.start, chain.end))) {
+        if (HasCorner(side, chain.start) && HasCorner(side, chain.end)) {
             candidates.push_back(s);
         }
     }
