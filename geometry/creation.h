@@ -10,7 +10,7 @@ namespace korvane
 // EndNewShape gives its node.
 bool CreateOneSideShape();
 
-// Lets the tool button up and ends whatever is under construction, as what replaces the scene asks.
+// Lets the tool button up and ends whatever is under construction.
 void EndNewShapeTool();
 
 // Names the newest shape, gives it a node at the place that the selection asks for, ends the

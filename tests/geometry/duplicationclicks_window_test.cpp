@@ -2,6 +2,7 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/newpoints.h"
 #include "geometry/sideplane.h"
 #include "scene/undo.h"
 #include "scene/undorecord.h"
@@ -87,10 +88,13 @@ protected:
 TEST_F(DuplicationClicks, StartInTheMiddleOfTheSide)
 {
     AddFlatSquare();
+    PointAt(0, 0);
+    ASSERT_EQ(activepointer, &activesides[0]);
     const int before = pindex;
     rdstate = 0;
     Start(0, 0);
     EXPECT_EQ(duplicatesign, 1);
+    EXPECT_EQ(activepointer, nullptr); // the side cannot be picked any more
     EXPECT_EQ(rdstate, redrawwanted);
     ASSERT_EQ(newpointnumber, 1);
     ExpectPlace(newpoints[0], {0, 0, 0.2F});
@@ -313,6 +317,18 @@ TEST_F(DuplicationClicks, AreGivenUpForANewShape)
     EXPECT_EQ(newsign, 1);
     EXPECT_EQ(newpointnumber, 0);
     EXPECT_EQ(centernumber, 0);
+}
+
+TEST_F(DuplicationClicks, GiveUpAShapeThatIsBeingDrawn)
+{
+    AddFlatSquare();
+    newsign = 1;
+    PointAt(0.3F, 0.3F);
+    PutNewPoints(CLICK_ADD);
+    Start(0, 0);
+    EXPECT_EQ(newsign, 0);
+    ASSERT_EQ(newpointnumber, 1);
+    ExpectPlace(newpoints[0], {0, 0, 0.2F});
 }
 
 TEST_F(DuplicationClicks, DoNotStartOnASideThatIsGone)
