@@ -216,8 +216,8 @@ static std::string Sweep(Monkey& monkey)
     return Tell(closed ? "closed sweep" : "sweep", place) + Tell(" to", end);
 }
 
-// A tool of a context menu, and the drag that it waits for.
-static std::string MoveWithTool(Monkey& monkey)
+// A tool of a context menu.
+static std::string TakeUpTool(Monkey& monkey)
 {
     static constexpr std::array<int, 3> tools = {MOVE_SIDE, MOVE_SHAPE, MOVE_SELECTED};
     const int tool = tools[std::size_t(Choose(monkey.random, int(tools.size())))];
@@ -225,7 +225,13 @@ static std::string MoveWithTool(Monkey& monkey)
     Click(place, 3);
     CloseMenus();
     ActionType(nullptr, GINT_TO_POINTER(tool));
-    return "tool " + std::to_string(tool) + Tell(" at", place) + ": " + LeftDrag(monkey);
+    return "tool " + std::to_string(tool) + Tell(" at", place);
+}
+
+static std::string MoveWithTool(Monkey& monkey)
+{
+    const std::string told = TakeUpTool(monkey);
+    return told + ": " + LeftDrag(monkey);
 }
 
 static std::string Select(Monkey& monkey)
@@ -283,6 +289,25 @@ static std::string ChooseKey(Monkey& monkey)
         FinishFlight();
     }
     return std::string("key ") + gdk_keyval_name(key);
+}
+
+static std::string PressKeyWithTool(Monkey& monkey)
+{
+    const std::string told = TakeUpTool(monkey);
+    return told + ": " + ChooseKey(monkey);
+}
+
+static std::string PressKeyInADrag(Monkey& monkey)
+{
+    const Place from = SomePlace(monkey.random);
+    const Place to = AnywhereOnScreen(monkey.random);
+    MoveTo(from);
+    Press(from, 1);
+    MoveTo(Mix(from, to, 0.3));
+    const std::string told = ChooseKey(monkey);
+    MoveTo(to);
+    Release(to, 1);
+    return told + Tell(" in a drag", from) + Tell(" to", to);
 }
 
 static std::string ClickThroughSpace(Monkey& monkey)
@@ -396,15 +421,26 @@ struct Action {
 };
 
 static constexpr std::array actions = {
-    Action{6, LeftClick},     Action{4, DrawPolygon},
-    Action{12, DrawChain},    Action{6, MiddleClick},
-    Action{10, LeftDrag},     Action{2, MiddleDrag},
-    Action{5, Turn},          Action{2, Wheel},
-    Action{10, RightClick},   Action{5, MoveWithTool},
-    Action{8, Sweep},         Action{3, Select},
-    Action{8, ChooseKey},     Action{2, ClickThroughSpace},
-    Action{3, Wait},          Action{2, AddFolder, false},
-    Action{1, Rename, false}, Action{6, DragSomeRow, false},
+    Action{6, LeftClick},
+    Action{4, DrawPolygon},
+    Action{12, DrawChain},
+    Action{6, MiddleClick},
+    Action{10, LeftDrag},
+    Action{2, MiddleDrag},
+    Action{5, Turn},
+    Action{2, Wheel},
+    Action{10, RightClick},
+    Action{5, MoveWithTool},
+    Action{8, Sweep},
+    Action{3, Select},
+    Action{8, ChooseKey},
+    Action{2, ClickThroughSpace},
+    Action{3, PressKeyWithTool},
+    Action{4, PressKeyInADrag},
+    Action{3, Wait},
+    Action{2, AddFolder, false},
+    Action{1, Rename, false},
+    Action{6, DragSomeRow, false},
 };
 
 static const Action& ChooseAction(Monkey& monkey)
