@@ -7,7 +7,7 @@
 #include "geometry/stripes.h"
 #include "geometry/transforms.h"
 #include "scene/model.h"
-#include "ui/input.h"
+#include "ui/transform.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

@@ -10,8 +10,8 @@
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/treeedit.h"
-#include "scene/undo.h"
 #include "ui/dialogs.h"
+#include "ui/keys.h"
 #include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
@@ -39,9 +39,6 @@ int presstime = 0;
 int buttonpresspointactive = -1;
 int buttonpressstripeactive = -1;
 int buttonpresssideactive = -1;
-int srshapenumber = -1;
-int srsidenumber = -1;
-char keyspace = 0;
 char toolsign = 0;
 
 static constexpr double dragdistance = 6.0; // pixels from the press at which a click becomes a drag
@@ -381,41 +378,6 @@ int GetPressedShape()
         }
     }
     return -1;
-}
-
-static void StartMove()
-{
-    if (!FindTransformTarget()) {
-        mainview.action = TOOL_NONE;
-        SetActives();
-        return;
-    }
-    if (mainview.action == MOVE_SELECTED) {
-        PushScene();
-    } else {
-        PushShape(srshapenumber);
-    }
-    PrintStatusBar(" Drag with the left button to move");
-}
-
-void ActionType(GtkWidget*, void* tool)
-{
-    mainview.action = GPOINTER_TO_INT(tool);
-    SetActivesOff();
-    switch (mainview.action) {
-    case ROTATE_SIDE:
-    case ROTATE_SHAPE:
-    case ROTATE_SELECTED:
-        RotateDialog();
-        break;
-    case SCALE_SIDE:
-    case SCALE_SHAPE:
-    case SCALE_SELECTED:
-        ScaleDialog();
-        break;
-    default:
-        StartMove();
-    }
 }
 
 } // namespace korvane

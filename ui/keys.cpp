@@ -1,9 +1,10 @@
+#include "ui/keys.h"
+
 #include "geometry/construction.h"
 #include "scene/clipboard.h"
 #include "scene/scenefile.h"
 #include "scene/treeedit.h"
 #include "scene/undo.h"
-#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/navigation.h"
 #include "view/picking.h"
@@ -13,6 +14,8 @@
 
 namespace korvane
 {
+
+char keyspace = 0;
 
 GtkWidget* toolbutton_gradient = nullptr;
 GtkWidget* toolbutton_full = nullptr;

@@ -5,6 +5,7 @@
 #include "scene/treeview.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
+#include "ui/keys.h"
 #include "ui/menus.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"

@@ -9,7 +9,7 @@
 #include "scene/treeview.h"
 #include "ui/coloredit.h"
 #include "ui/iconimage.h"
-#include "ui/input.h"
+#include "ui/transform.h"
 #include "ui/viewmenus.h"
 
 #include <gtk/gtk.h>

@@ -8,7 +8,7 @@
 #include "scene/treeedit.h"
 #include "scene/undo.h"
 #include "ui/iconimage.h"
-#include "ui/input.h"
+#include "ui/keys.h"
 #include "ui/viewtoggles.h"
 #include "view/cameraflight.h"
 #include "view/mainview.h"

@@ -23,6 +23,9 @@
 namespace korvane
 {
 
+int srshapenumber = -1;
+int srsidenumber = -1;
+
 static constexpr int marknumber = 9; // below each slider
 
 // What the sliders of a dialog have in common.
@@ -69,7 +72,8 @@ static bool IsOneOf(int tool, int a, int b, int c)
     return tool == a || tool == b || tool == c;
 }
 
-bool FindTransformTarget()
+// False when the press met nothing that the tool in force could work on.
+static bool FindTransformTarget()
 {
     srshapenumber = -1;
     srsidenumber = -1;
@@ -230,6 +234,7 @@ static void EndTransform(std::vector<FormerShape>& former, bool keep)
 
 static void RunTransform(Dialog dialog)
 {
+    ScaleChangeValue(nullptr, 0, 0, nullptr);
     std::vector<FormerShape> former = CopyTargets();
     rdstate |= redrawwanted;
     gtk_widget_show_all(dialog.get());
@@ -238,23 +243,8 @@ static void RunTransform(Dialog dialog)
     EndTransform(former, keep);
 }
 
-// Puts the tool away again when there is nothing to work on.
-static bool BeginTransform()
+static void RotateDialog()
 {
-    ScaleChangeValue(nullptr, 0, 0, nullptr);
-    if (FindTransformTarget()) {
-        return true;
-    }
-    mainview.action = TOOL_NONE;
-    SetActives();
-    return false;
-}
-
-void RotateDialog()
-{
-    if (!BeginTransform()) {
-        return;
-    }
     const int tool = mainview.action;
     const char* title = tool == ROTATE_SIDE    ? "Rotate side"
                         : tool == ROTATE_SHAPE ? "Rotate shape"
@@ -268,11 +258,8 @@ void RotateDialog()
     RunTransform(std::move(dialog));
 }
 
-void ScaleDialog()
+static void ScaleDialog()
 {
-    if (!BeginTransform()) {
-        return;
-    }
     const int tool = mainview.action;
     const int code = tool == SCALE_SIDE ? 10 : tool == SCALE_SHAPE ? 14 : 18;
     GtkWidget* box;
@@ -284,6 +271,33 @@ void ScaleDialog()
     AddSlider(box, exponentkind, "<b> Y: </b>", code + 2);
     AddSlider(box, exponentkind, "<b> Z: </b>", code + 3);
     RunTransform(std::move(dialog));
+}
+
+static void StartMove()
+{
+    if (mainview.action == MOVE_SELECTED) {
+        PushScene();
+    } else {
+        PushShape(srshapenumber);
+    }
+    PrintStatusBar(" Drag with the left button to move");
+}
+
+void ActionType(GtkWidget*, void* data)
+{
+    const int tool = GPOINTER_TO_INT(data);
+    mainview.action = tool;
+    SetActivesOff();
+    if (!FindTransformTarget()) {
+        mainview.action = TOOL_NONE;
+        SetActives();
+    } else if (IsOneOf(tool, ROTATE_SIDE, ROTATE_SHAPE, ROTATE_SELECTED)) {
+        RotateDialog();
+    } else if (IsOneOf(tool, SCALE_SIDE, SCALE_SHAPE, SCALE_SELECTED)) {
+        ScaleDialog();
+    } else {
+        StartMove();
+    }
 }
 
 } // namespace korvane

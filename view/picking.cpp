@@ -5,6 +5,7 @@
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "ui/input.h"
+#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/screenboxes.h"
 

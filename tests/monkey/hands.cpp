@@ -3,6 +3,7 @@
 #include "geometry/construction.h"
 #include "scene/model.h"
 #include "ui/input.h"
+#include "ui/keys.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"

@@ -15,6 +15,7 @@
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
+#include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"

@@ -10,7 +10,7 @@
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
 #include "tests/support/treetexts.h"
-#include "ui/input.h"
+#include "ui/transform.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"

@@ -11,6 +11,7 @@
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
+#include "ui/transform.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"

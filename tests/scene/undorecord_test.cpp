@@ -12,6 +12,7 @@
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
 #include "ui/input.h"
+#include "ui/transform.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

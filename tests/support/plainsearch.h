@@ -5,7 +5,7 @@
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
-#include "ui/input.h"
+#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

@@ -9,6 +9,8 @@
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
+#include "ui/keys.h"
+#include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"

@@ -9,7 +9,7 @@
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
-#include "ui/input.h"
+#include "ui/keys.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"

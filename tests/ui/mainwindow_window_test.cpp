@@ -10,6 +10,7 @@
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
+#include "ui/keys.h"
 #include "ui/toolbars.h"
 #include "view/frameloop.h"
 #include "view/glsetup.h"

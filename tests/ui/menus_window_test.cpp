@@ -9,7 +9,7 @@
 #include "scene/treeview.h"
 #include "tests/support/widgets.h"
 #include "ui/coloredit.h"
-#include "ui/input.h"
+#include "ui/transform.h"
 #include "ui/viewmenus.h"
 
 #include <gtest/gtest.h>

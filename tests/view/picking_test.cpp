@@ -5,7 +5,7 @@
 #include "scene/model.h"
 #include "tests/support/pickscene.h"
 #include "tests/support/shapes.h"
-#include "ui/input.h"
+#include "ui/keys.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,22 @@
+// The keys of the main window, which act wherever in it the focus is. The buttons that keys press
+// are filled by GetMainWindow and null before.
+#pragma once
+
+typedef struct _GtkWidget GtkWidget;
+typedef struct _GdkEventKey GdkEventKey;
+
+namespace korvane
+{
+
+extern char keyspace; // 1 while the space bar is held
+
+extern GtkWidget* toolbutton_gradient;
+extern GtkWidget* toolbutton_full;
+extern GtkWidget* toolbutton_wire;
+
+// Handlers of the main window, connected swapped. Keys that are bound are handled, others passed
+// on.
+int KeyPress(void* data, GdkEventKey* event);
+int KeyRelease(void* data, GdkEventKey* event);
+
+} // namespace korvane
