@@ -190,4 +190,10 @@ int KeyRelease(void*, GdkEventKey* event)
     return TRUE;
 }
 
+int KeysLost(void*, GdkEventFocus*)
+{
+    SetSpace(false);
+    return FALSE;
+}
+
 } // namespace korvane

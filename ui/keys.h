@@ -4,6 +4,7 @@
 
 typedef struct _GtkWidget GtkWidget;
 typedef struct _GdkEventKey GdkEventKey;
+typedef struct _GdkEventFocus GdkEventFocus;
 
 namespace korvane
 {
@@ -18,5 +19,9 @@ extern GtkWidget* toolbutton_wire;
 // on.
 int KeyPress(void* data, GdkEventKey* event);
 int KeyRelease(void* data, GdkEventKey* event);
+
+// Handler of the main window's "focus_out_event", connected swapped and always passed on: the
+// release of a held key will go to another window.
+int KeysLost(void* data, GdkEventFocus* event);
 
 } // namespace korvane

@@ -149,6 +149,7 @@ static void ConnectSignals(GtkWidget* notebook, GtkWidget* area)
     g_signal_connect(area, "button_release_event", G_CALLBACK(ButtonRelease), nullptr);
     g_signal_connect_swapped(mainwindow, "key_press_event", G_CALLBACK(KeyPress), nullptr);
     g_signal_connect_swapped(mainwindow, "key_release_event", G_CALLBACK(KeyRelease), nullptr);
+    g_signal_connect_swapped(mainwindow, "focus_out_event", G_CALLBACK(KeysLost), nullptr);
     g_signal_connect(mainwindow, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
 }
 

@@ -240,6 +240,16 @@ TEST_F(Keys, SpaceIsHeldUntilItIsReleased)
     EXPECT_EQ(Release(GDK_KEY_space), TRUE);
 }
 
+TEST_F(Keys, SpaceIsNotHeldWhenAnotherWindowTakesTheKeys)
+{
+    Press(GDK_KEY_space);
+    GdkEvent event = {};
+    event.focus_change.type = GDK_FOCUS_CHANGE;
+    event.focus_change.window = gtk_widget_get_window(mainwindow);
+    gtk_widget_send_focus_change(mainwindow, &event);
+    EXPECT_EQ(keyspace, 0);
+}
+
 static gboolean PressEscape(gpointer answer)
 {
     *static_cast<int*>(answer) = Press(GDK_KEY_Escape);
