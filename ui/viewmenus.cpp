@@ -60,9 +60,7 @@ static GtkWidget* PreparePointMenu()
 {
     buttonpresspointactive = int(activepointer - activepoints);
     const Location place = LocatePoint(buttonpresspointactive);
-    if (place.shape >= 0) { // not a point of a construction
-        SetCheckItem(menuvertex, IsVertex(shapes[place.shape], place.index));
-    }
+    SetCheckItem(menuvertex, IsVertex(shapes[place.shape], place.index));
     return pointmenu;
 }
 

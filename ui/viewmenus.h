@@ -8,19 +8,19 @@ typedef struct _GdkEventButton GdkEventButton;
 namespace korvane
 {
 
-extern GtkWidget* sidemenu; // popped up over a side
+extern GtkWidget* sidemenu; // popped up over a side, with some of its items
 extern GtkWidget* menuborder;
 extern GtkWidget* menuduplicate;
 
-extern GtkWidget* pointmenu; // popped up over a point
+extern GtkWidget* pointmenu; // over a point
 extern GtkWidget* menuvertex;
 extern GtkWidget* menupointdel;
 
-extern GtkWidget* stripemenu; // popped up over a stripe
+extern GtkWidget* stripemenu; // over a stripe
 extern GtkWidget* menuedge;
 extern GtkWidget* menustripedel;
 
-extern GtkWidget* bgmenu;  // popped up over the empty background of an empty scene
+extern GtkWidget* bgmenu;  // over the empty background of an empty scene
 extern GtkWidget* bgmenu2; // and over that of any other
 
 // A right click: ends or abandons a construction, or pops up the menu of what lies under the
