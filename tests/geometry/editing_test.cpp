@@ -228,8 +228,7 @@ TEST_F(Editing, RemoveStripeMergesTwoSidesAsOneUndoStep)
 
 TEST_F(Editing, RemoveStripeOfThreeSidesLeavesOneVisibleFromBothFaces)
 {
-    AddToView(MakeShape({{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
-                        {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}}));
+    AddToView(Melon());
     EXPECT_EQ(treeiters[1].type, NODE_SHAPE);
     RemoveStripe(0);
     EXPECT_EQ(shapes[0]->sidenumber, 1);

@@ -62,11 +62,8 @@ TEST(InsertPoint, PutsAPointIntoBothPassesOfASlit)
 
 TEST(InsertPoint, PutsAPointTwiceIntoABorderThatPassesASlitBothWays)
 {
-    // a square with a triangular hole, joined by the slit 0-4
-    const OwnedShape square =
-        MakeShape({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {1, 1, 0}, {1, 2, 0}, {2, 1, 0}},
-                  {{0, 1, 2, 3, 0, 4, 5, 6, 4}});
-    EXPECT_EQ(InsertPoint(square.get(), 0, 5, place), 7);
+    const OwnedShape square = SquareWithHole();
+    EXPECT_EQ(InsertPoint(square.get(), 0, 5, place), 7); // into the slit
     EXPECT_EQ(OutlinesOf(*square), (Outlines{{0, 1, 2, 3, 0, 7, 4, 5, 6, 4, 7}}));
     EXPECT_EQ(StripesOf(*square), (Outlines{{0, 1, 2, 3, 0, 7, 4, 5, 6, 4, 7, 0}}));
     EXPECT_EQ(FindBrokenRuleAfterEdit(square.get()), "");

@@ -25,13 +25,6 @@ static OwnedShape PrismWithTwoPointsInAnEdge()
                      {{0, 2, 1}, {3, 4, 5}, {0, 1, 4, 3, 7, 6}, {1, 2, 5, 4}, {2, 0, 6, 7, 3, 5}});
 }
 
-// Between the poles 0 and 1, with 2, 3 and 4 on the seams.
-static OwnedShape Melon()
-{
-    return MakeShape({{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
-                     {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}});
-}
-
 TEST(RemovePointOfShape, KeepsFourPoints)
 {
     const OwnedShape tetrahedron = Tetrahedron();
@@ -122,11 +115,8 @@ TEST(RemovePointOfShape, RemovesACornerOfTheBaseOfAPyramid)
 
 TEST(RemovePointOfShape, LeavesNoPointThatNoSideUses)
 {
-    // a prism without its upright edge 0-3; the stripes of corner 1 are 2-1, 1-0-2 and 1-4
-    const OwnedShape prism =
-        MakeShape({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}},
-                  {{0, 2, 1}, {3, 4, 5}, {0, 1, 4, 3, 5, 2}, {1, 2, 5, 4}});
-    ASSERT_TRUE(RemovePointOfShape(prism.get(), 1));
+    const OwnedShape prism = PrismWithoutEdge();
+    ASSERT_TRUE(RemovePointOfShape(prism.get(), 1)); // the end of the stripes 2-1, 1-0-2 and 1-4
     // 2-1 goes; of the three sides that are left {3, 4, 5} alone stays, and 0, 1, 2 are unused
     EXPECT_EQ(OutlinesOf(*prism), (Outlines{{0, 1, 2}}));
     EXPECT_EQ(prism->pointnumber, 3);
@@ -181,21 +171,15 @@ TEST(RemovePointOfShape, TakesAPointOutOfBothPassesOfASlit)
 
 TEST(RemovePointOfShape, MergesTheSidesOfAClosedStripeOfThreePoints)
 {
-    // a prism with a slit in its wall and a roof of three triangles; 0 lies inside 2, 1, 0, 2
-    const OwnedShape house = MakeShape(
-        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0.3F, 0.3F, 2}},
-        {{0, 2, 1}, {0, 1, 2, 5, 4, 3, 5, 2}, {3, 4, 6}, {4, 5, 6}, {5, 3, 6}});
-    ASSERT_TRUE(RemovePointOfShape(house.get(), 0));
+    const OwnedShape house = HouseWithSlit();
+    ASSERT_TRUE(RemovePointOfShape(house.get(), 0)); // inside 2, 1, 0, 2
     EXPECT_EQ(OutlinesOf(*house), (Outlines{{2, 1, 0}, {0, 1, 3}, {1, 2, 3}, {2, 0, 3}}));
     EXPECT_EQ(FindBrokenRuleOfEditedBody(house.get()), "");
 }
 
 TEST(RemovePointOfShape, TakesAHoleAwayThatWouldEncloseNothing)
 {
-    // a square with a triangular hole, joined by the slit 0-4
-    const OwnedShape square =
-        MakeShape({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {1, 1, 0}, {1, 2, 0}, {2, 1, 0}},
-                  {{0, 1, 2, 3, 0, 4, 5, 6, 4}});
+    const OwnedShape square = SquareWithHole();
     ASSERT_TRUE(RemovePointOfShape(square.get(), 5)); // 4, 6, 4 is a spike, and then 0, 4, 0
     EXPECT_EQ(OutlinesOf(*square), (Outlines{{0, 1, 2, 3}}));
     EXPECT_EQ(StripesOf(*square), (Outlines{{0, 1, 2, 3, 0}}));

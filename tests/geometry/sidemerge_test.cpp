@@ -90,9 +90,7 @@ TEST(DissolveStripe, TakesInnerPointsAndTheirMarksAway)
 
 TEST(DissolveStripe, LeavesTheThirdOfThreeSidesVisibleFromBothFaces)
 {
-    const OwnedShape melon = MakeShape( // between the poles 0 and 1, with 2, 3 and 4 on the seams
-        {{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
-        {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}});
+    const OwnedShape melon = Melon();
     for (int i = 0; i < 3; i++) {
         melon->sides[i].visibility = VISIBLE_FRONT;
     }
@@ -143,10 +141,7 @@ TEST(DissolveStripe, RefusesASlit)
 
 TEST(DissolveStripe, ClosesAHoleAndTakesTheEdgeThatThenEnclosesNothing)
 {
-    // the prism with a slit, and a roof of three triangles over its top
-    const OwnedShape house = MakeShape(
-        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0.3F, 0.3F, 2}},
-        {{0, 2, 1}, {0, 1, 2, 5, 4, 3, 5, 2}, {3, 4, 6}, {4, 5, 6}, {5, 3, 6}});
+    const OwnedShape house = HouseWithSlit();
     ASSERT_TRUE(DissolveBetween(house.get(), 2, 2));
     // floor and wall give 2, 5, 4, 3, 5: the slit is a spike at 2. Without 0, 1 and 2 the points
     // 3, 4, 5 and 6 are 0, 1, 2 and 3
@@ -158,8 +153,7 @@ TEST(DissolveStripe, ClosesAHoleAndTakesTheEdgeThatThenEnclosesNothing)
 
 TEST(DissolveStripe, GoesByTheStripeAndNotByItsEndsAlone)
 {
-    const OwnedShape prism = TrianglePrism();
-    ASSERT_TRUE(DissolveBetween(prism.get(), 0, 3));
+    const OwnedShape prism = PrismWithoutEdge();
     // floor and wall {0, 1, 4, 3, 5, 2} meet along 1, 0, 2; another stripe joins 1 and 2 directly
     ASSERT_EQ(StripesOf(*prism)[1], (Chain{1, 0, 2}));
     ASSERT_TRUE(DissolveStripe(prism.get(), 1));
@@ -180,13 +174,11 @@ TEST(DissolveStripe, WalksASecondSideBackwardThatIsTurnedAgainstTheFirst)
 
 TEST(DissolveStripe, FollowsAPointThroughTheRenumbering)
 {
-    OwnedShape melon = MakeShape({{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
-                                 {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}});
+    OwnedShape melon = Melon();
     int followed = 4;
     ASSERT_TRUE(DissolveStripe(melon.get(), 0, &followed));
     EXPECT_EQ(followed, 3);
-    melon = MakeShape({{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
-                      {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}});
+    melon = Melon();
     followed = 2;
     ASSERT_TRUE(DissolveStripe(melon.get(), 0, &followed));
     EXPECT_EQ(followed, -1);

@@ -47,6 +47,31 @@ OwnedShape PrismWithSlit()
                      {{0, 2, 1}, {3, 4, 5}, {0, 1, 2, 5, 4, 3, 5, 2}});
 }
 
+OwnedShape HouseWithSlit()
+{
+    return MakeShape(
+        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0.3F, 0.3F, 2}},
+        {{0, 2, 1}, {0, 1, 2, 5, 4, 3, 5, 2}, {3, 4, 6}, {4, 5, 6}, {5, 3, 6}});
+}
+
+OwnedShape PrismWithoutEdge()
+{
+    return MakeShape({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}},
+                     {{0, 2, 1}, {3, 4, 5}, {0, 1, 4, 3, 5, 2}, {1, 2, 5, 4}});
+}
+
+OwnedShape Melon()
+{
+    return MakeShape({{0, 0, 1}, {0, 0, -1}, {1, 0, 0}, {-1, 1, 0}, {-1, -1, 0}},
+                     {{0, 2, 1, 3}, {0, 3, 1, 4}, {0, 4, 1, 2}});
+}
+
+OwnedShape SquareWithHole()
+{
+    return MakeShape({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {1, 1, 0}, {1, 2, 0}, {2, 1, 0}},
+                     {{0, 1, 2, 3, 0, 4, 5, 6, 4}});
+}
+
 std::vector<OwnedShape> GetBodies()
 {
     std::vector<OwnedShape> bodies;
