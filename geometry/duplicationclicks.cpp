@@ -3,6 +3,7 @@
 #include "geometry/clickdepth.h"
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/sidecut.h"
 #include "geometry/sideplane.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
@@ -22,7 +23,7 @@ namespace korvane
 // Of the path under construction, from its first point to its end.
 static ClickDepth clickdepth = {};
 static std::vector<int> sideindexes; // of each centre, the side to which it belongs
-static bool oneside = false;         // the shape has a single side
+static bool oneside = false;         // the shape has a single side and no inside
 
 // The centres of the other sides to which the side can be bridged.
 static void PutCenters(const Shape* shape, int sideindex)
@@ -47,7 +48,7 @@ static void PutFirstPoint(int shapeindex, int sideindex)
     const Shape* shape = shapes[shapeindex];
     SetActivesOff();
     PushShape(shapeindex);
-    oneside = shape->sidenumber == 1;
+    oneside = !IsBody(shape);
     if (!oneside) {
         PutCenters(shape, sideindex);
     }

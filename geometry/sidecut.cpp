@@ -18,19 +18,27 @@ namespace korvane
 
 static constexpr int noone = -1; // in the place of an index: none
 
-bool IsFlatShape(const Shape* shape)
+// How many different edges an outline passes.
+static int CountEdges(const Side& side)
 {
-    if (shape->sidenumber != 1) {
-        return false;
-    }
     std::set<std::pair<int, int>> edges;
-    const std::vector<int> outline = GetCornersOfSide(shape->sides[0]);
+    const std::vector<int> outline = GetCornersOfSide(side);
     int before = outline.back();
     for (const int corner : outline) {
         edges.insert(std::minmax({before, corner}));
         before = corner;
     }
-    return edges.size() == outline.size();
+    return int(edges.size());
+}
+
+bool IsFlatShape(const Shape* shape)
+{
+    return shape->sidenumber == 1 && CountEdges(shape->sides[0]) == shape->sides[0].pointnumber;
+}
+
+bool IsBody(const Shape* shape)
+{
+    return shape->sidenumber > 1 || 2 * CountEdges(shape->sides[0]) == shape->sides[0].pointnumber;
 }
 
 // Appends the points between the ends to the shape; returns their indices from start to end.

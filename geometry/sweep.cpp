@@ -1,6 +1,7 @@
 #include "geometry/sweep.h"
 
 #include "geometry/shapegeometry.h"
+#include "geometry/sidecut.h"
 #include "geometry/sideplane.h"
 #include "geometry/surgery.h"
 #include "scene/model.h"
@@ -263,7 +264,7 @@ bool SweepSide(Shape* shape, int side, const Places& path, int target, bool clos
     if (side < 0 || side >= shape->sidenumber || path.empty()) {
         return false;
     }
-    const bool isflat = shape->sidenumber == 1;
+    const bool isflat = !IsBody(shape);
     Places ended = path;
     if (isflat && closed) {
         ended.back() = ended.front(); // it is, but for the rounding of its way through the view

@@ -13,7 +13,7 @@ namespace korvane
 
 struct Shape;
 
-// Sweeps a side along `path`, which begins at its centre. A shape of one side becomes a tube with a
+// Sweeps a side along `path`, which begins at its centre. A flat shape becomes a tube with a
 // cap at either end, or, when `closed`, a ring, whose last path point is its first again. On a body
 // the side is drawn out, or, when `closed`, bridged to the side `target`, which has as many corners
 // and on whose centre the path ends. Writes points, outlines and triangles; stripes and normals are

@@ -409,11 +409,19 @@ TEST(IsFlatShape, IsTrueOfOneSideThatPassesNoEdgeTwice)
     EXPECT_FALSE(IsFlatShape(slit.get()));
 }
 
-// Opposite edges of the outline are one edge: a ring whose sides have all been joined.
+TEST(IsBody, IsTrueOfSeveralSidesAndOfOneThatMeetsItselfAtEveryEdge)
+{
+    EXPECT_TRUE(IsBody(RaisedSquare().get()));
+    EXPECT_TRUE(IsBody(RingOfOneSide().get()));
+    EXPECT_FALSE(IsBody(ConcaveL().get()));
+    const OwnedShape slit =
+        MakeShape(PointsOf(*PlateWithHole()), {OutlinesOf(*PlateWithHole())[0]});
+    EXPECT_FALSE(IsBody(slit.get()));
+}
+
 TEST(CutAlongChain, CutsTheOneSideOfARing)
 {
-    const OwnedShape ring = MakeShape({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {0, 1, 0}, {0, 2, 1}},
-                                      {{0, 1, 2, 0, 3, 4, 0, 2, 1, 0, 4, 3}});
+    const OwnedShape ring = RingOfOneSide();
     ASSERT_FALSE(IsFlatShape(ring.get()));
     ASSERT_EQ(FindBrokenRuleOfClosedBody(*ring), "");
     CutAlongChain(ring.get(), TestChain(*ring, 1, {{0.5F, 0.5F, 0}}, 3).Get());

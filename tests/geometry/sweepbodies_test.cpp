@@ -104,6 +104,18 @@ TEST(SweepSide, DrawsASideOutThatRunsAlongASlitTwice)
     EXPECT_NEAR(GetVolume(*shape), 8, 1e-5); // nine squares without the one in the middle, 1 high
 }
 
+// As a tube it would have walls on both hands of every edge that is an edge already.
+TEST(SweepSide, DrawsOutTheOneSideOfABodyWhoseSidesHaveBeenJoined)
+{
+    const OwnedShape ring = RingOfOneSide();
+    ASSERT_EQ(GetCharacteristic(*ring), 0);
+    ASSERT_TRUE(SweepOpen(ring, 0, {CenterOf(*ring, 0), {0, 0, 3}}));
+    EXPECT_EQ(ring->pointnumber, 5 + 12);
+    EXPECT_EQ(ring->sidenumber, 1 + 12);
+    EXPECT_EQ(ring->trianglenumber, 10 + 2 * 12);
+    EXPECT_EQ(GetCharacteristic(*ring), 0);
+}
+
 TEST(SweepSide, BridgesOppositeSides)
 {
     const OwnedShape shape = CubeOfHalfEdge(1);

@@ -221,6 +221,12 @@ OwnedShape Ring()
     return MakeRingThrough(points);
 }
 
+OwnedShape RingOfOneSide()
+{
+    return MakeShape({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {0, 1, 0}, {0, 2, 1}},
+                     {{0, 1, 2, 0, 3, 4, 0, 2, 1, 0, 4, 3}});
+}
+
 OwnedShape BridgedCube()
 {
     // x and z of the outer and of the inner border at each station, from the cube's top face

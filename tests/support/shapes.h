@@ -62,6 +62,7 @@ OwnedShape RaisedSquare();          // the square, raised to (0.5, 0.5, 1) over 
 OwnedShape PlateWithHole();         // a square hole, cut free from corner 0 to corner 4 by a slit
                                     // in the front; the back is the front reversed
 OwnedShape Ring();                  // four bars round a square hole, 16 sides, volume 12
+OwnedShape RingOfOneSide();         // a ring whose sides have all been joined, 5 points, 6 edges
 OwnedShape BridgedCube();           // a cube with a handle from its top to its bottom, 24 sides,
                                     // volume 11
 
