@@ -80,9 +80,13 @@ static int GetPressedIndex(const ActiveElement* list, int type)
     return hit ? int(activepointer - list) : -1;
 }
 
-// Finds the element under the pointer and the place that a click there would give a point.
-static void LookUnderPointer()
+// Takes the pointer to a pixel: finds the element there and the place that a click would give a
+// point.
+static void PointAt(double x, double y)
 {
+    const double shorter = 2.0 * std::min(width, height);
+    mouse[0] = float((2 * x - width) / shorter);
+    mouse[1] = float((height - 2 * y) / shorter);
     mouse[2] = 0;
     SearchActive();
     SetGradientMouse();
@@ -100,7 +104,8 @@ int ButtonPress(GtkWidget*, GdkEventButton* event)
     if (event->type != GDK_BUTTON_PRESS) { // a double click comes as an extra press of its own type
         return TRUE;
     }
-    LookUnderPointer(); // what was there when it moved last may have been edited since
+    // Since the last motion what was there may have been edited, and the pointer gone on in a menu.
+    PointAt(event->x, event->y);
     buttonpressx = float(event->x);
     buttonpressy = float(event->y);
     buttonpressgx = gmouse[0];
@@ -282,13 +287,6 @@ int ButtonRelease(GtkWidget*, GdkEventButton* event)
     return TRUE;
 }
 
-static void SetMouse(double x, double y)
-{
-    const double shorter = 2.0 * std::min(width, height);
-    mouse[0] = float((2 * x - width) / shorter);
-    mouse[1] = float((height - 2 * y) / shorter);
-}
-
 static void PrintPosition()
 {
     const bool overpoint = activepointer != nullptr && activepointer->type == ELEMENT_POINT;
@@ -352,8 +350,7 @@ static void StepPointerState(const GdkEventMotion* event)
 
 int MouseMov(GtkWidget*, GdkEventMotion* event)
 {
-    SetMouse(event->x, event->y);
-    LookUnderPointer();
+    PointAt(event->x, event->y);
     PrintPosition();
     StepPointerState(event);
     return FALSE;

@@ -76,6 +76,18 @@ TEST_F(EditClicks, DragThePointThatAClickHasJustInserted)
     EXPECT_FALSE(IsTurned());
 }
 
+// A menu keeps the motions over it to itself.
+TEST_F(EditClicks, DragThePointOnWhichAMenuHasLeftThePointer)
+{
+    Move(500, 400);
+    x = 740;
+    y = 160;
+    Press(left);
+    EXPECT_EQ(buttonpresspointactive, 2);
+    Move(780, 160);
+    EXPECT_NEAR(GetPoint(2)[0], 0.35F, 1e-6);
+}
+
 TEST_F(EditClicks, DragAPointAgainWhereItWasLeft)
 {
     Move(740, 160);
