@@ -134,7 +134,9 @@ void PlayCamera()
     rdstate |= redrawwanted;
 }
 
-// A window that is not on the screen gets no expose: an image is then made without one.
+// A window that is not on the screen gets no expose: an image is then made without one, a step in
+// every other tick. After a step that took longer than a tick the next tick comes at once, before
+// the toolkit can draw, and must be short, or the progress bar would stand still.
 static void AskForFrame(GtkWidget* area)
 {
     GdkWindow* window = gtk_widget_get_window(area);
@@ -143,6 +145,7 @@ static void AskForFrame(GtkWidget* area)
     }
     if (cisign != 0 && unanswered) {
         ReDraw(area, nullptr);
+        return;
     }
     gdk_window_invalidate_rect(window, nullptr, FALSE);
     unanswered = true;

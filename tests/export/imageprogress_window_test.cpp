@@ -286,6 +286,20 @@ TEST_F(ImageProgress, IsMadeByTheTimerWithoutExposes)
     EXPECT_EQ(other, image);
 }
 
+// The toolkit draws the progress bar only while no tick is due.
+TEST_F(ImageProgress, IsMadeByNoTwoTicksInARow)
+{
+    const int steps = int(GetProgress().size()) + 1;
+    int ticks = 0;
+    RunCreateImage(
+        [&] {
+            TimeLoop(window->GetArea());
+            ticks++;
+        },
+        [](GtkDialog* dialog) { gtk_dialog_response(dialog, GTK_RESPONSE_CANCEL); });
+    EXPECT_GE(ticks, 2 * steps - 1); // the first may have been asked for before
+}
+
 TEST_F(ImageProgress, HoldsTheViewStill)
 {
     const auto steps = [&] {
