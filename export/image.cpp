@@ -3,62 +3,44 @@
 #include "export/imagepreview.h"
 #include "scene/filereplacement.h"
 #include "ui/dialogs.h"
+#include "ui/modaldialog.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 
 #include <gtk/gtk.h>
 
 #include <cstdio>
-#include <memory>
 #include <vector>
 
 namespace korvane
 {
 
-struct DialogDeleter {
-    void operator()(GtkWidget* dialog) const
-    {
-        gtk_widget_destroy(dialog);
-        g_object_unref(dialog);
-    }
-};
-
-using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
-
-// Holds a reference beside the toolkit's: the last step or the main window may destroy the dialog
-// while it runs.
-static Dialog HoldDialog(GtkWidget* dialog)
+static Dialog MakeImageDialog(const char* title, const char* acceptbutton)
 {
-    g_object_ref(dialog);
-    return Dialog(dialog);
-}
-
-static GtkWidget* MakeDialog(const char* title)
-{
-    const auto flags = GtkDialogFlags(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT);
-    GtkWidget* dialog = gtk_dialog_new_with_buttons(title, GTK_WINDOW(mainwindow), flags,
-                                                    GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL, nullptr);
-    gtk_window_set_resizable(GTK_WINDOW(dialog), FALSE);
-    gtk_window_set_skip_taskbar_hint(GTK_WINDOW(dialog), TRUE);
-    gtk_window_set_skip_pager_hint(GTK_WINDOW(dialog), TRUE);
+    Dialog dialog = MakeModalDialog(title, acceptbutton);
+    GtkWindow* window = GTK_WINDOW(dialog.get());
+    gtk_window_set_resizable(window, FALSE);
+    gtk_window_set_skip_taskbar_hint(window, TRUE);
+    gtk_window_set_skip_pager_hint(window, TRUE);
     return dialog;
 }
 
-static void SetContent(GtkWidget* dialog, GtkWidget* content, int space)
+static void SetContent(const Dialog& dialog, GtkWidget* content, int space)
 {
     GtkWidget* box = gtk_vbox_new(TRUE, space);
     gtk_container_set_border_width(GTK_CONTAINER(box), guint(space));
     gtk_container_add(GTK_CONTAINER(box), content);
-    gtk_container_add(GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog))), box);
+    gtk_container_add(GetContentOf(dialog), box);
     gtk_widget_show_all(box);
 }
 
-static GtkWidget* MakeProgressDialog()
+static Dialog MakeProgressDialog()
 {
-    GtkWidget* dialog = MakeDialog("Progress");
-    gtk_window_set_type_hint(GTK_WINDOW(dialog), GDK_WINDOW_TYPE_HINT_SPLASHSCREEN);
-    gtk_window_set_position(GTK_WINDOW(dialog), GTK_WIN_POS_CENTER_ON_PARENT);
-    gtk_widget_set_size_request(dialog, 300, -1);
+    Dialog dialog = MakeImageDialog("Progress", nullptr);
+    GtkWindow* window = GTK_WINDOW(dialog.get());
+    gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_SPLASHSCREEN);
+    gtk_window_set_position(window, GTK_WIN_POS_CENTER_ON_PARENT);
+    gtk_widget_set_size_request(dialog.get(), 300, -1);
     ciprogress = gtk_progress_bar_new();
     SetContent(dialog, ciprogress, 10);
     return dialog;
@@ -69,7 +51,7 @@ static GtkWidget* MakeProgressDialog()
 // step.
 static bool MakeImage()
 {
-    const Dialog dialog = HoldDialog(MakeProgressDialog());
+    const Dialog dialog = MakeProgressDialog();
     cisign = 1;
     rdstate |= redrawwanted;
     const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
@@ -92,10 +74,9 @@ int DrawImage(GtkWidget* widget, GdkEventExpose* /*event*/)
     return TRUE;
 }
 
-static GtkWidget* MakePreviewDialog()
+static Dialog MakePreviewDialog()
 {
-    GtkWidget* dialog = MakeDialog("Image preview");
-    gtk_dialog_add_button(GTK_DIALOG(dialog), GTK_STOCK_SAVE, GTK_RESPONSE_OK);
+    Dialog dialog = MakeImageDialog("Image preview", GTK_STOCK_SAVE);
     GtkWidget* area = gtk_drawing_area_new();
     gtk_widget_set_size_request(area, previewwidth, previewheight);
     g_signal_connect(area, "expose_event", G_CALLBACK(DrawImage), nullptr);
@@ -126,7 +107,7 @@ static void SaveImage()
 
 static void ShowPreview()
 {
-    const Dialog dialog = HoldDialog(MakePreviewDialog());
+    const Dialog dialog = MakePreviewDialog();
     if (gtk_dialog_run(GTK_DIALOG(dialog.get())) == GTK_RESPONSE_OK) {
         SaveImage();
     }

@@ -17,16 +17,16 @@ struct DialogDeleter {
 };
 using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
 
-// Holds a reference beside the toolkit's: the main window may take its dialogs along while they
-// run.
+// Holds a reference beside the toolkit's: a dialog may be destroyed while it runs, by what it waits
+// for or along with the main window.
 inline Dialog HoldDialog(GtkWidget* dialog)
 {
     g_object_ref(dialog);
     return Dialog(dialog);
 }
 
-// An empty one with a cancel and an accept button. It runs with gtk_dialog_run and goes with what
-// is returned.
+// An empty one with a cancel button and, unless that is null, an accept button. It runs with
+// gtk_dialog_run and goes with what is returned.
 Dialog MakeModalDialog(const char* title, const char* acceptbutton);
 
 inline GtkContainer* GetContentOf(const Dialog& dialog)
