@@ -1,5 +1,7 @@
 #include "export/imageorder.h"
 
+#include "view/sidelook.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -13,12 +15,9 @@ namespace korvane
 
 TriangleLook GetLook(const ImageTriangle& triangle)
 {
-    const float* colors = triangle.colors;
-    if (triangle.front != 0) {
-        return {colors, true, 1};
-    }
-    const bool alike = std::equal(colors + FRONT_LIGHT, colors + BACK_LIGHT, colors + BACK_LIGHT);
-    return {colors, alike, alike ? -1.0F : 1.0F};
+    const bool front = triangle.front != 0;
+    const bool turned = !front && IsBackLikeFront(triangle.colors);
+    return {triangle.colors, front || turned, turned ? -1.0F : 1.0F};
 }
 
 // As they are looked up, byte by byte.

@@ -29,8 +29,8 @@ struct TriangleLook {
     float direction;     // 1, or -1 when its normals are turned
 };
 
-// The back of a side that is coloured alike on both faces is drawn as a front with turned normals,
-// which is what the lit program makes of a back: so more triangles share a light state.
+// A back that is coloured like its front is drawn as a front with turned normals, so that more
+// triangles share a light state (IsBackLikeFront).
 TriangleLook GetLook(const ImageTriangle& triangle);
 
 bool ShareLightState(const TriangleLook& a, const TriangleLook& b);

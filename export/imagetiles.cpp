@@ -3,6 +3,7 @@
 #include "geometry/shapegeometry.h"
 #include "view/basestate.h"
 #include "view/glsetup.h"
+#include "view/litprograms.h"
 #include "view/sidelook.h"
 
 #include <GL/glew.h>
@@ -68,17 +69,6 @@ void FreeTileBuffer()
     framebuffer = 0;
 }
 
-static void LoadLook(const TriangleLook& look)
-{
-    const float control[4] = {look.colors[FRONT_ACUITY], look.colors[BACK_ACUITY],
-                              look.front ? 1.0F : -1.0F, 0};
-    glLightfv(GL_LIGHT0, GL_DIFFUSE, look.colors + FRONT_LIGHT);
-    glLightfv(GL_LIGHT0, GL_SPECULAR, look.colors + FRONT_SHADOW);
-    glLightfv(GL_LIGHT1, GL_DIFFUSE, look.colors + BACK_LIGHT);
-    glLightfv(GL_LIGHT1, GL_SPECULAR, look.colors + BACK_SHADOW);
-    glLightfv(GL_LIGHT0, GL_AMBIENT, control);
-}
-
 static void AddLitTriangle(const ImageTriangle& triangle, float direction)
 {
     for (int i = 0; i < 3; i++) {
@@ -98,7 +88,8 @@ static void AddLitTriangles(const ImageTriangle* hszog, const std::vector<int>& 
             if (loaded.colors != nullptr) {
                 glEnd();
             }
-            LoadLook(look);
+            LoadColors(look.colors, 1);
+            LoadControl(look.colors, look.front);
             glBegin(GL_TRIANGLES);
             loaded = look;
         }
@@ -146,17 +137,9 @@ void SceneHighDraw(unsigned int list)
         glCallList(list);
         return;
     }
-    glEnable(GL_VERTEX_PROGRAM_ARB);
-    glEnable(GL_FRAGMENT_PROGRAM_ARB);
-    glBindProgramARB(GL_VERTEX_PROGRAM_ARB, arbid[LIT_VERTEX]);
-    glBindProgramARB(GL_FRAGMENT_PROGRAM_ARB, arbid[LIT_FRAGMENT]);
-    glEnable(GL_LIGHT0);
-    glEnable(GL_LIGHT1);
+    BeginLitPrograms();
     glCallList(list);
-    glDisable(GL_LIGHT1);
-    glDisable(GL_LIGHT0);
-    glDisable(GL_FRAGMENT_PROGRAM_ARB);
-    glDisable(GL_VERTEX_PROGRAM_ARB);
+    EndLitPrograms();
 }
 
 static void BeginTile(double halfdepth)

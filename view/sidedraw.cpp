@@ -4,6 +4,7 @@
 #include "view/basestate.h"
 #include "view/drawbatch.h"
 #include "view/glsetup.h"
+#include "view/litprograms.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 #include "view/shownshapes.h"
@@ -71,28 +72,20 @@ static void SideDraw(const Shape* copy, int side, double fade)
     }
 }
 
-static void BeginLitPrograms()
+static void BeginLitCorners()
 {
-    glEnable(GL_VERTEX_PROGRAM_ARB);
-    glEnable(GL_FRAGMENT_PROGRAM_ARB);
-    glBindProgramARB(GL_VERTEX_PROGRAM_ARB, arbid[LIT_VERTEX]);
-    glBindProgramARB(GL_FRAGMENT_PROGRAM_ARB, arbid[LIT_FRAGMENT]);
-    glEnable(GL_LIGHT0);
-    glEnable(GL_LIGHT1);
+    BeginLitPrograms();
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
     glVertexPointer(3, GL_FLOAT, sizeof(LitCorner), litcorners.front().position);
     glNormalPointer(GL_FLOAT, sizeof(LitCorner), litcorners.front().normal);
 }
 
-static void EndLitPrograms()
+static void EndLitCorners()
 {
     glDisableClientState(GL_NORMAL_ARRAY);
     glDisableClientState(GL_VERTEX_ARRAY);
-    glDisable(GL_LIGHT1);
-    glDisable(GL_LIGHT0);
-    glDisable(GL_FRAGMENT_PROGRAM_ARB);
-    glDisable(GL_VERTEX_PROGRAM_ARB);
+    EndLitPrograms();
 }
 
 static void DrawRun(LitRun& run)
@@ -101,26 +94,6 @@ static void DrawRun(LitRun& run)
         glDrawArrays(GL_TRIANGLES, 0, run.cornernumber);
         run.cornernumber = 0;
     }
-}
-
-static void LoadColor(GLenum light, GLenum place, const float* color, double fade)
-{
-    const float faded[4] = {color[0], color[1], color[2], float(color[3] * fade)};
-    glLightfv(light, place, faded);
-}
-
-static void LoadColors(const float* colors, double fade)
-{
-    LoadColor(GL_LIGHT0, GL_DIFFUSE, colors + FRONT_LIGHT, fade);
-    LoadColor(GL_LIGHT0, GL_SPECULAR, colors + FRONT_SHADOW, fade);
-    LoadColor(GL_LIGHT1, GL_DIFFUSE, colors + BACK_LIGHT, fade);
-    LoadColor(GL_LIGHT1, GL_SPECULAR, colors + BACK_SHADOW, fade);
-}
-
-static void LoadControl(const float* colors, bool front)
-{
-    const float control[4] = {colors[FRONT_ACUITY], colors[BACK_ACUITY], front ? 1.0F : -1.0F, 0};
-    glLightfv(GL_LIGHT0, GL_AMBIENT, control);
 }
 
 // Makes the light state that of a side and a facing. What waits was added for the former state and
@@ -157,18 +130,10 @@ static void AddLitTriangle(LitRun& run, const Shape* copy, const Triangle& trian
     }
 }
 
-// The back of such a side is drawn as a front with turned normals, which is what the program makes
-// of a back: the light state need not change with the facing.
-static bool IsBackLikeFront(const Side& side)
-{
-    return std::equal(side.colors + FRONT_LIGHT, side.colors + BACK_LIGHT,
-                      side.colors + BACK_LIGHT);
-}
-
 // Adds those of a side's triangles that face the viewer, or those that face away.
 static void AddFacing(LitRun& run, const Shape* copy, const Side& side, bool front)
 {
-    const bool turned = !front && IsBackLikeFront(side);
+    const bool turned = !front && IsBackLikeFront(side.colors);
     const bool asfront = front || turned;
     const float direction = turned ? -1.0F : 1.0F;
     for (int i = 0; i < side.trianglenumber; i++) {
@@ -223,10 +188,10 @@ static void DrawOutlines()
 static void DrawLitSides(const MainView* view, const ShownShape& shown, const Shape* copy)
 {
     LitRun run = {GetFadeOfSides(view, shown), nullptr, true, 0};
-    BeginLitPrograms();
+    BeginLitCorners();
     ForOpaqueSidesFirst(copy, [&](int side) { SideDrawFragment(run, shown, copy, side); });
     DrawRun(run);
-    EndLitPrograms();
+    EndLitCorners();
     DrawOutlines();
 }
 

@@ -36,6 +36,11 @@ bool IsTriangleShown(int visibility, const float* normal)
     }
 }
 
+bool IsBackLikeFront(const float* colors)
+{
+    return std::equal(colors + FRONT_LIGHT, colors + BACK_LIGHT, colors + BACK_LIGHT);
+}
+
 Rgba GetColorOfTriangle(const Side* side, const float* normal)
 {
     const bool front = normal[2] > 0;

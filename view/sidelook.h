@@ -20,6 +20,11 @@ bool IsSideOpaque(const Side* side);
 // Whether a side's visibility shows a triangle with this normal.
 bool IsTriangleShown(int visibility, const float* normal);
 
+// Whether both faces of a side with these colours are coloured alike. Its back is then drawn as a
+// front with turned normals, which is what the lit program makes of a back: the light state need
+// not change with the facing.
+bool IsBackLikeFront(const float* colors);
+
 // The flat colour of a side's triangle with this normal, lit from (-1, 1, 1); fades are the
 // caller's.
 Rgba GetColorOfTriangle(const Side* side, const float* normal);

@@ -58,6 +58,19 @@ static Side MakeColorfulSide()
     return side;
 }
 
+TEST(IsBackLikeFront, ComparesBothColorsAndTheAcuity)
+{
+    for (const int place :
+         {int(FRONT_LIGHT), FRONT_LIGHT + 3, int(FRONT_SHADOW), int(FRONT_ACUITY)}) {
+        Side side = {};
+        EXPECT_TRUE(IsBackLikeFront(side.colors));
+        side.colors[place] = 0.5F;
+        EXPECT_FALSE(IsBackLikeFront(side.colors)) << place;
+        side.colors[BACK_LIGHT + place] = 0.5F; // the back set is laid out like the front set
+        EXPECT_TRUE(IsBackLikeFront(side.colors)) << place;
+    }
+}
+
 TEST(GetColorOfTriangle, IsTheFrontLightColorFacingTheLight)
 {
     const Side side = MakeColorfulSide();
