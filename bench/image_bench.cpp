@@ -1,7 +1,8 @@
 // A whole image, from collecting to the last tile, against the plain method: one list of all
 // triangles that sets the light state for each of them, drawn 20 x 4 times; and against the same
 // without any change of the light state, which draws the wrong colours. Tori of four colours, one
-// of them clear, fill the image and cross each other. The sizes are those of what is collected.
+// of them clear, fill the image and cross each other; or a single one fills it, which is collected
+// in one step. The sizes are those of what is collected.
 #include "export/imageprogress.h"
 
 #include "bench/meshes.h"
@@ -21,14 +22,16 @@
 namespace korvane::bench
 {
 
-static constexpr int collectedfromone = 81; // triangles that two roundings make of one
 struct Scene {
     int across; // tori in each direction
     double radius;
     bool striped;
+    int collectedfromone; // triangles: 81 where the image rounds once more, else 9
 };
-static constexpr Scene apart = {10, 0.085, false}; // still large enough to be drawn rounded
-static constexpr Scene crossing = {5, 0.2, true};
+static constexpr Scene apart = {10, 0.085, false, 81}; // still large enough to be drawn rounded
+static constexpr Scene crossing = {5, 0.2, true, 81};
+static constexpr Scene rounded = {1, 0.9, true, 81};
+static constexpr Scene plain = {1, 0.45, true, 9}; // too finely cut to be drawn rounded
 
 static void Place(Shape* shape, int k, const Scene& scene)
 {
@@ -78,7 +81,7 @@ static void SetScene(const Scene& scene, int collected)
     const int torusnumber = scene.across * scene.across;
     DeleteAllShapes();
     for (int k = 0; k < torusnumber; k++) {
-        OwnedShape torus = MakeTriangleTorus(collected / torusnumber / collectedfromone);
+        OwnedShape torus = MakeTriangleTorus(collected / torusnumber / scene.collectedfromone);
         Place(torus.get(), k, scene);
         Paint(torus.get(), k, scene);
         SetNormalsOfShape(torus.get());
@@ -148,6 +151,8 @@ BENCHMARK_CAPTURE(PlainMethod, apart, apart)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(PlainMethodInOneLight, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(PlainMethod, crossing, crossing)->Apply(SetUp);
+BENCHMARK_CAPTURE(CreateOneImage, rounded, rounded)->Apply(SetUp);
+BENCHMARK_CAPTURE(CreateOneImage, plain, plain)->Apply(SetUp);
 
 } // namespace korvane::bench
 
