@@ -91,3 +91,17 @@ TEST_F(CreatedImage, CanBeGivenUpAndMadeAgain)
     EXPECT_TRUE(ReadPng(journey.GetFolder() + "/again.png").whole);
     EXPECT_TRUE(journey.IsRunning());
 }
+
+TEST_F(CreatedImage, IsFinishedWhileTheWindowIsMinimized)
+{
+    journey.Click(buttonx, buttony);
+    ASSERT_TRUE(journey.WaitForFront("Progress"));
+    journey.Minimize();
+    ASSERT_TRUE(WaitFor([&] { return journey.IsViewHidden(); }));
+    ASSERT_TRUE(journey.WaitForFront("Image preview"));
+    EXPECT_TRUE(journey.IsViewHidden());
+    journey.Key("Escape");
+    journey.Restore();
+    ASSERT_TRUE(journey.WaitForFront("Vintra"));
+    EXPECT_TRUE(journey.IsRunning());
+}

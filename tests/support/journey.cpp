@@ -101,10 +101,14 @@ void Journey::Launch(const std::string& arguments, const std::string& environmen
 bool Journey::Start(const std::string& arguments, const std::string& environment)
 {
     Launch(arguments, environment);
-    return WaitForFront("Vintra") && WaitFor([this] {
-               FindView();
-               return view.left > treewidth && view.left + view.width > screenwidth - margin;
-           });
+    if (!WaitForFront("Vintra")) {
+        return false;
+    }
+    topwindow = GetRootProperty("_NET_ACTIVE_WINDOW");
+    return WaitFor([this] {
+        FindView();
+        return view.left > treewidth && view.left + view.width > screenwidth - margin;
+    });
 }
 
 void Journey::Stop()
@@ -250,6 +254,25 @@ bool Journey::HasMenu() const
     }
     XFree(children);
     return found;
+}
+
+void Journey::Minimize()
+{
+    XIconifyWindow(display, topwindow, DefaultScreen(display));
+    XFlush(display);
+}
+
+void Journey::Restore()
+{
+    XMapWindow(display, topwindow);
+    XFlush(display);
+}
+
+bool Journey::IsViewHidden() const
+{
+    XWindowAttributes attributes = {};
+    XGetWindowAttributes(display, view.window, &attributes);
+    return attributes.map_state != IsViewable;
 }
 
 Screenshot Journey::Look() const

@@ -66,6 +66,9 @@ public:
     // Until the window with the keyboard has this title.
     bool WaitForFront(const std::string& title);
     bool HasMenu() const; // a window without a frame
+    void Minimize();      // the main window
+    void Restore();
+    bool IsViewHidden() const; // not covered alone, but off the screen
 
     Screenshot Look() const;
     Screenshot LookAt(int left, int top, int pixelwidth, int pixelheight) const; // of the screen
@@ -93,6 +96,7 @@ private:
     pid_t program = -1;
     std::string folder;
     std::string output;
+    unsigned long topwindow = 0; // as the window manager names it
     struct {
         unsigned long window;
         int left, top, width, height;
