@@ -44,11 +44,12 @@ static Looks looks;                        // from which the lists are gathered
 static std::vector<unsigned int> tilesets; // the tiles of each triangle
 static TileOrders tileorders;              // from which the lists are compiled; empty afterwards
 static double halfdepth = 0;               // of what is drawn
-static int snumber = 0;                    // tile column; next shape while collecting
-static int tnumber = 0;                    // tile row; next tile while compiling
-static int tnstart = 0;                    // triangles from plain shapes
-static int accum = 0;                      // antialiasing pass
-static constexpr int compilestep = 30000;  // triangles after which a step of compiling ends
+static int snumber = 0; // tile column; before, the next shape to collect, the next tile to gather
+static int tnumber = 0; // tile row; before, the next tile to compile
+static int tnstart = 0; // triangles from plain shapes
+static int accum = 0;   // antialiasing pass
+
+static constexpr int compilestep = 40000; // so many triangles are gathered or compiled in a step
 
 static void SetProgress(double percent)
 {
@@ -124,25 +125,32 @@ static void PrepareSorting()
 static void SortTriangles()
 {
     SetTriangleSequence(ztable, zindex, trianglenumber);
+    snumber = 0;
     tnumber = 0;
     SetProgress(33);
     state = COMPILE_LISTS;
 }
 
-// As many tiles as one step can afford.
+// Does as much as one step can afford. The lists are compiled when all of them are gathered, so
+// that a tile with most of the triangles is gathered and compiled in different steps.
 static void CompileLists()
 {
-    if (tnumber == 0) {
+    if (snumber == 0) {
         tileorders = GetTileOrders(tilesets, zindex);
     }
-    for (std::size_t compiled = 0; tnumber < tilenumber && compiled < compilestep; tnumber++) {
+    std::size_t handled = 0;
+    for (; snumber < tilenumber && handled < compilestep; snumber++) {
+        std::vector<int>& order = tileorders[std::size_t(snumber)];
+        GatherLooks(order, snumber, hszog, looks);
+        handled += order.size();
+    }
+    for (; tnumber < tilenumber && handled < compilestep; tnumber++) {
         std::vector<int>& order = tileorders[std::size_t(tnumber)];
-        GatherLooks(order, tnumber, hszog, looks);
         CompileTile(gllist + unsigned(tnumber), hszog, order);
-        compiled += order.size();
+        handled += order.size();
         order = {};
     }
-    SetProgress(33 + 7.0 * tnumber / tilenumber);
+    SetProgress(33 + 3.5 * (snumber + tnumber) / tilenumber);
     if (tnumber == tilenumber) {
         state = SET_UP_TILES;
     }

@@ -90,6 +90,22 @@ TEST_F(ImageProgress, RunsFromOneToAHundred)
     EXPECT_NEAR(progress.back(), 100, 1e-9);
 }
 
+// Two triangles of each square, 81 of each of those: more than a step gathers and compiles.
+TEST_F(ImageProgress, MovesOnWhileManyTrianglesAreCompiled)
+{
+    StartEmptyView();
+    AddShape(CheckeredSheet(17).release());
+    selected[0] = selectedfade;
+    mainview.scale = 3; // large enough to be rounded
+    RefreshView();
+    ASSERT_EQ(showtable[0], SHOW_ROUNDED);
+    const std::vector<double> progress = GetProgress();
+    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
+    EXPECT_GT(std::count_if(progress.begin(), progress.end(),
+                            [](double percent) { return percent > 33.1 && percent < 39.9; }),
+              0);
+}
+
 TEST_F(ImageProgress, RunsWithoutShapesToo)
 {
     StartEmptyView();
