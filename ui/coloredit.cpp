@@ -334,7 +334,7 @@ static void EditSides(const char* title, int shape)
 
 void GetColor(const char* title, int shape, int side)
 {
-    if (shape >= shapenumber) {
+    if (shape >= shapenumber || (shape >= 0 && side >= shapes[shape]->sidenumber)) {
         return;
     }
     CollectSides(shape, side);

@@ -272,6 +272,7 @@ TEST_F(ColorEdit, EditsTheFirstSideWhenThePressedOneIsGone)
 TEST_F(ColorEdit, IsNotOfferedWithoutASide)
 {
     ColorSide(); // no side was pressed; a dialog would wait for ever
+    GetColor("Color of side", 1, 5);
     StartEmptyScene();
     buttonpresssideactive = 7;
     ColorSide();
