@@ -143,6 +143,16 @@ void SideMove(int shape, int side, float x0, float y0, float x1, float y1)
     }
 }
 
+// Measures the radius about the model's centre; the rounded version has both from the model. Under
+// perspective what turns or moves rigidly on the screen is bent in the world.
+static void SetBoundsOfVersions(int shape)
+{
+    Shape* model = shapes[shape];
+    SetRadiusOfShape(model);
+    std::copy_n(model->center, 3, round1[shape]->center);
+    round1[shape]->radius = model->radius;
+}
+
 // Points and shading normals of a shape and of its rounded version.
 static void RotateVersions(int shape, const float* pivot, double degrees, int axis)
 {
@@ -159,7 +169,10 @@ static void RotateVersions(int shape, const float* pivot, double degrees, int ax
 void ShapeRotate(int shape, double degrees, int axis)
 {
     if (IsShapeThere(shape)) {
+        // Deliberate: the centre stays where it is, even when perspective takes it away from the
+        // mean of the points. A turn back needs the same pivot.
         RotateVersions(shape, shapest[shape]->center, degrees, axis);
+        SetBoundsOfVersions(shape);
         TransferOneShape(shape);
     }
 }
@@ -169,7 +182,7 @@ void SelectedRotate(double degrees, int axis)
     ForEachSelected([=](int shape) {
         RotateVersions(shape, viewmiddle, degrees, axis);
         SetCenterPointOfShape(shapes[shape]);
-        SetRadiusOfShape(shapes[shape]);
+        SetBoundsOfVersions(shape);
         TransferOneShape(shape);
     });
 }
@@ -200,10 +213,11 @@ void SelectedScale(double factor, int axis)
 
 static void MoveVersions(int shape, const Move& move)
 {
-    for (Shape* version : {shapes[shape], round1[shape]}) {
+    for (const Shape* version : {shapes[shape], round1[shape]}) {
         ChangeInView(version->points, version->pointnumber, move);
-        ChangeInView(&version->center, 1, move);
     }
+    SetCenterPointOfShape(shapes[shape]);
+    SetBoundsOfVersions(shape);
     TransferOneShape(shape);
 }
 

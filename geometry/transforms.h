@@ -1,8 +1,10 @@
 // Turning, scaling and moving a side, a shape or all selected shapes of the scene. All of it works
 // in view coordinates: the axes are those of the screen (x to the right, y up, z towards the
 // viewer), wherever the camera looks from. What stays rigid takes its rounded version along; what
-// is deformed is derived anew. Every procedure ends with the projection of what it changed, and
-// does nothing for a shape or a side that is not there. They read mainview and shapest.
+// is deformed is derived anew. The radius is right after each of them, and so is the centre but for
+// a shape that has been turned under perspective: its centre remains the pivot until ChangeShape.
+// Every procedure ends with the projection of what it changed, and does nothing for a shape or a
+// side that is not there. They read mainview and shapest.
 #pragma once
 
 namespace korvane

@@ -397,6 +397,73 @@ TEST_F(Transforms, MoveEveryPointAsFarOnTheScreenUnderPerspective)
     ExpectProjected(box);
 }
 
+// The centre is the mean of the points and the radius reaches to the farthest, in the rounded
+// version as in the model.
+static void ExpectBounds(int shape)
+{
+    const OwnedShape fresh(CopyShape(shapes[shape]));
+    SetCenterPointOfShape(fresh.get());
+    SetRadiusOfShape(fresh.get());
+    for (const Shape* version : {shapes[shape], round1[shape]}) {
+        ExpectNear(&version->center, &fresh->center, 1, 0);
+        EXPECT_EQ(version->radius, fresh->radius);
+    }
+}
+
+// Far points move more than near ones: the box becomes slanted, and longer than it was.
+TEST_F(Transforms, KnowTheBoundsOfWhatWasMovedUnderPerspective)
+{
+    mainview.perspective = fadedone;
+    const int box = AddToView(MakeBox());
+    const float before = shapes[box]->radius;
+    ShapeMove(box, 0, 0, -1, 0.5F);
+    EXPECT_GT(shapes[box]->radius, before);
+    ExpectBounds(box);
+    SelectedMove(0, 0, 0.75F, -0.25F);
+    ExpectBounds(box);
+}
+
+// The eye is 1.5 before the middle. A point behind it moves as without perspective, so the mean
+// does not move as a point in its place would.
+TEST_F(Transforms, KnowTheCentreOfWhatWasMovedAroundTheEye)
+{
+    mainview.perspective = fadedone;
+    const int triangle = AddToView(MakeFlatShape({{0.1F, 0, 2}, {0.1F, 0.1F, 0}, {0.2F, 0.1F, 0}}));
+    ShapeMove(triangle, 0, 0, 0.25F, 0);
+    ExpectPoint(shapes[triangle]->points[0], {0.35, 0, 2});
+    ExpectBounds(triangle);
+}
+
+TEST_F(Transforms, KnowTheBoundsOfASelectionTurnedUnderPerspective)
+{
+    mainview.perspective = fadedone;
+    const int box = AddToView(MakeBox());
+    SelectedRotate(60, 1);
+    ExpectBounds(box);
+}
+
+// A shape keeps its pivot, or a slider that is moved back would not bring it back.
+TEST_F(Transforms, TurnAShapeThereAndBackUnderPerspective)
+{
+    mainview.perspective = fadedone;
+    const int box = AddToView(MakeBox());
+    const Points before = Remember(box);
+    const Vector pivot = {double(shapes[box]->center[0]), double(shapes[box]->center[1]),
+                          double(shapes[box]->center[2])};
+    ShapeRotate(box, 60, 1);
+    double farthest = 0;
+    for (const auto& point : Remember(box)) {
+        farthest =
+            std::max(farthest, std::hypot(double(point[0]) - pivot[0], double(point[1]) - pivot[1],
+                                          double(point[2]) - pivot[2]));
+    }
+    ExpectPoint(shapes[box]->center, pivot);
+    EXPECT_NEAR(double(shapes[box]->radius), farthest, 1e-6);
+    EXPECT_EQ(round1[box]->radius, shapes[box]->radius);
+    ShapeRotate(box, -60, 1);
+    ExpectMapped(before, *shapes[box], origin, [](const Vector& d) { return d; });
+}
+
 TEST_F(Transforms, MoveTheSelectionInTheViewPlane)
 {
     const int box = AddToView(MakeBox());

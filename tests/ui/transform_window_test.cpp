@@ -1,5 +1,6 @@
 #include "ui/transform.h"
 
+#include "geometry/shapegeometry.h"
 #include "geometry/transforms.h"
 #include "scene/model.h"
 #include "scene/undo.h"
@@ -16,6 +17,7 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <string>
@@ -346,6 +348,25 @@ TEST_F(TransformDialogs, KeepTheirWorkAsOneStepOfUndoOnOk)
         PopUndo();
         DelPuffer();
     }
+}
+
+// While the dialog is open the centre is the pivot; afterwards it is the middle again.
+TEST_F(TransformDialogs, KnowTheBoundsOfWhatWasTurnedUnderPerspective)
+{
+    mainview.perspective = fadedone;
+    TransferAllShape();
+    buttonpresssideactive = 12;
+    Open(ROTATE_SHAPE, GTK_RESPONSE_OK, [](GtkDialog* dialog) { Slide(dialog, 1, 60); });
+    const Shape& square = *shapes[2];
+    double middle = 0;
+    double farthest = 0;
+    for (int i = 0; i < 4; i++) {
+        middle += double(square.points[i][0]) / 4;
+        farthest = std::max(farthest, GetDistanceOfTwoPoints(square.points[i], square.center));
+    }
+    EXPECT_NEAR(double(square.center[0]), middle, 1e-6);
+    EXPECT_NEAR(double(square.radius), farthest, 1e-6);
+    mainview.perspective = 0;
 }
 
 TEST_F(TransformDialogs, WorkOnTheSelectionAloneThoughOpenedOverASide)
