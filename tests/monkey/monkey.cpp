@@ -8,6 +8,7 @@
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "scene/undo.h"
+#include "tests/monkey/dialogs.h"
 #include "tests/monkey/fingerprint.h"
 #include "tests/monkey/hands.h"
 #include "tests/support/invariants.h"
@@ -47,6 +48,7 @@ struct Monkey {
     std::vector<std::string> steps; // since the last fresh scene
     std::string first;              // the fingerprint of that scene
     int left = 0;                   // steps to go until the next fresh scene
+    std::string broken;             // a rule that a step has seen broken
 };
 
 static std::string Tell(const char* what, const Place& place)
@@ -233,6 +235,20 @@ static std::string MoveWithTool(Monkey& monkey)
 {
     const std::string told = TakeUpTool(monkey);
     return told + ": " + LeftDrag(monkey);
+}
+
+static std::string UseDialog(Monkey& monkey)
+{
+    const bool aims = activesidenumber > 0 && Choose(monkey.random, 2) == 0;
+    const Place place = aims ? OnSomeSide(monkey.random) : SomePlace(monkey.random);
+    Click(place, 3);
+    CloseMenus();
+    const std::string before = GetFingerprint();
+    const DialogUse use = UseSomeDialog(monkey.random);
+    if (!use.accepted && GetFingerprint() != before) {
+        monkey.broken = "a dialog that is not accepted changes nothing";
+    }
+    return Tell(use.told.c_str(), place);
 }
 
 static std::string Select(Monkey& monkey)
@@ -432,6 +448,7 @@ static constexpr std::array actions = {
     Action{2, Wheel},
     Action{10, RightClick},
     Action{5, MoveWithTool},
+    Action{2, UseDialog},
     Action{8, Sweep},
     Action{3, Select},
     Action{8, ChooseKey},
@@ -483,7 +500,7 @@ static void TakeAction(Monkey& monkey, bool telling)
 static std::string TakeStep(Monkey& monkey, bool telling)
 {
     TakeAction(monkey, telling);
-    std::string broken = FindBrokenRuleOfBodies();
+    std::string broken = monkey.broken.empty() ? FindBrokenRuleOfBodies() : monkey.broken;
     if (broken.empty() && (monkey.left <= 0 || CountPoints() > manypoints)) {
         broken = GoBackAndForth(monkey);
         if (broken.empty()) {

@@ -61,6 +61,13 @@ std::array<int, 4> GetChannels(GtkWidget* selection)
             gtk_color_selection_get_current_alpha(GTK_COLOR_SELECTION(selection))};
 }
 
+void SetColor(GtkWidget* selection, guint16 red, guint16 green, guint16 blue, guint16 alpha)
+{
+    GdkColor color = {0, red, green, blue};
+    gtk_color_selection_set_current_color(GTK_COLOR_SELECTION(selection), &color);
+    gtk_color_selection_set_current_alpha(GTK_COLOR_SELECTION(selection), alpha);
+}
+
 AllColors ColorsOf(const Side& side)
 {
     AllColors colors;

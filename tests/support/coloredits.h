@@ -41,6 +41,8 @@ void EditColors(const std::function<void()>& command,
 // Red, green, blue and alpha, 0 to 65535, as a colour selection shows them.
 std::array<int, 4> GetChannels(GtkWidget* selection);
 
+void SetColor(GtkWidget* selection, guint16 red, guint16 green, guint16 blue, guint16 alpha);
+
 AllColors ColorsOf(const Side& side);
 
 // Gives a side of the scene colours that grow from `first` by `step`, and a visibility.

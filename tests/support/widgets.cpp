@@ -56,27 +56,36 @@ std::vector<GtkWidget*> GetChildren(GtkWidget* container)
 
 struct Search {
     GType type;
-    GtkWidget* found;
+    std::vector<GtkWidget*> found;
 };
 
 static void SearchWidget(GtkWidget* widget, gpointer data)
 {
     Search& search = *static_cast<Search*>(data);
-    if (search.found != nullptr) {
-        return;
-    }
     if (G_TYPE_CHECK_INSTANCE_TYPE(widget, search.type)) {
-        search.found = widget;
+        search.found.push_back(widget);
     } else if (GTK_IS_CONTAINER(widget)) {
         gtk_container_forall(GTK_CONTAINER(widget), SearchWidget, data);
     }
 }
 
-GtkWidget* FindWidget(GtkWidget* root, GType type)
+std::vector<GtkWidget*> FindWidgets(GtkWidget* root, GType type)
 {
-    Search search{type, nullptr};
+    Search search{type, {}};
     SearchWidget(root, &search);
     return search.found;
+}
+
+GtkWidget* FindWidget(GtkWidget* root, GType type)
+{
+    const auto found = FindWidgets(root, type);
+    return found.empty() ? nullptr : found.front();
+}
+
+void MoveSlider(GtkWidget* slider, double value)
+{
+    gboolean handled = FALSE;
+    g_signal_emit_by_name(slider, "change-value", GTK_SCROLL_JUMP, value, &handled);
 }
 
 std::string GetText(const char* text)

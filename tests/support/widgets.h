@@ -22,11 +22,15 @@ bool HandleEventsUntil(const std::function<bool()>& condition);
 
 std::vector<GtkWidget*> GetChildren(GtkWidget* container);
 
-// The first widget of a type at or below `root`, depth first, internal ones included; null without
-// one.
+// The widgets of a type at or below `root`, depth first, internal ones included, but none inside
+// another of them; and the first, null without one.
+std::vector<GtkWidget*> FindWidgets(GtkWidget* root, GType type);
 GtkWidget* FindWidget(GtkWidget* root, GType type);
 
 std::string GetText(const char* text); // empty for null
+
+// As when the user moves a slider to a value.
+void MoveSlider(GtkWidget* slider, double value);
 
 // True when the handler is connected to that signal with that data.
 bool IsConnected(void* object, const char* signal, GCallback handler, void* data = nullptr);

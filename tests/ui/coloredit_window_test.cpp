@@ -73,20 +73,6 @@ TEST_F(ColorEdit, AppliesTheMeanOfAllSidesAtOnce)
     }
 }
 
-static void SetColor(GtkWidget* selection, guint16 red, guint16 green, guint16 blue, guint16 alpha)
-{
-    GdkColor color = {0, red, green, blue};
-    gtk_color_selection_set_current_color(GTK_COLOR_SELECTION(selection), &color);
-    gtk_color_selection_set_current_alpha(GTK_COLOR_SELECTION(selection), alpha);
-}
-
-// Moves a slider as a key or the mouse does.
-static void MoveSlider(GtkWidget* slider, double value)
-{
-    gboolean handled = TRUE;
-    g_signal_emit_by_name(slider, "change-value", GTK_SCROLL_JUMP, value, &handled);
-}
-
 // Changes everything that can be changed.
 static void ChangeAll(const ColorControls& controls)
 {

@@ -74,32 +74,14 @@ static std::string GetPointBytes(int shape)
             sizeof(float[3]) * std::size_t(shapes[shape]->pointnumber)};
 }
 
-static std::vector<GtkWidget*> FindAll(GtkWidget* root, GType type)
-{
-    std::vector<GtkWidget*> found;
-    if (g_type_is_a(G_OBJECT_TYPE(root), type)) {
-        found.push_back(root);
-    }
-    if (GTK_IS_CONTAINER(root)) {
-        for (GtkWidget* child : GetChildren(root)) {
-            const auto below = FindAll(child, type);
-            found.insert(found.end(), below.begin(), below.end());
-        }
-    }
-    return found;
-}
-
 static std::vector<GtkWidget*> GetSliders(GtkDialog* dialog)
 {
-    return FindAll(GTK_WIDGET(dialog), GTK_TYPE_HSCALE);
+    return FindWidgets(GTK_WIDGET(dialog), GTK_TYPE_HSCALE);
 }
 
-// As when the user drags a slider to a value.
 static void Slide(GtkDialog* dialog, std::size_t slider, double value)
 {
-    gboolean handled = FALSE;
-    g_signal_emit_by_name(GetSliders(dialog)[slider], "change-value", GTK_SCROLL_JUMP, value,
-                          &handled);
+    MoveSlider(GetSliders(dialog)[slider], value);
 }
 
 static void Change(int code, double value)
