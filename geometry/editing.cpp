@@ -18,16 +18,6 @@
 namespace korvane
 {
 
-// The place of a shape's last point in activepoints.
-static int GetLastActivePoint(int shapeindex)
-{
-    int last = -1;
-    for (int i = 0; i <= shapeindex; i++) {
-        last += shapes[i]->pointnumber;
-    }
-    return last;
-}
-
 int AddPoint(int activestripe)
 {
     const Location place = LocateStripe(activestripe);
@@ -46,14 +36,14 @@ int AddPoint(int activestripe)
         return -1;
     }
     FinishEdit(place.shape);
-    return GetLastActivePoint(place.shape);
+    return GetActivePoint({place.shape, shapes[place.shape]->pointnumber - 1});
 }
 
 // Moves a new point of the construction, whose records stand at the end of activepoints. The
 // centres before them stay where they are.
 static void MoveNewPoint(int activepoint, float x, float y)
 {
-    const int index = activepoint - (activepointnumber - newpointnumber);
+    const int index = activepoint - int(GetNewPointRecords() - activepoints);
     if (index < 0 || index >= newpointnumber) {
         return;
     }

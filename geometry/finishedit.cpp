@@ -10,13 +10,18 @@
 namespace korvane
 {
 
-void FinishEdit(int shapeindex)
+void DeriveEditedShape(int shapeindex)
 {
-    SetNormalsOfShape(shapes[shapeindex]);
     ChangeShape(shapeindex);
     TransferOneShape(shapeindex);
     SetActives();
     SetTypeOfShapeNode(shapeindex);
+}
+
+void FinishEdit(int shapeindex)
+{
+    SetNormalsOfShape(shapes[shapeindex]);
+    DeriveEditedShape(shapeindex);
     rdstate |= redrawwanted;
 }
 

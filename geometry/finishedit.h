@@ -8,4 +8,7 @@ namespace korvane
 // elements, brings the node's type and icon up to date and asks for a redraw.
 void FinishEdit(int shapeindex);
 
+// The same but for the normals, the edges and the redraw: for a shape that came with its normals.
+void DeriveEditedShape(int shapeindex);
+
 } // namespace korvane

@@ -68,13 +68,10 @@ static bool CanEndOn(Bond bond, bool straight)
 // Makes those points of the shape pickable on which the new side may end.
 static void MarkEnds(bool straight)
 {
-    int first = 0;
-    for (int i = 0; i < shapei; i++) {
-        first += shapes[i]->pointnumber;
-    }
+    int point = GetActivePoint({shapei, 0});
     for (const Bond bond : GetBonds()) {
-        activepoints[first].active = CanEndOn(bond, straight) ? 1 : 0;
-        first++;
+        activepoints[point].active = CanEndOn(bond, straight) ? 1 : 0;
+        point++;
     }
 }
 

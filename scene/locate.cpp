@@ -35,4 +35,13 @@ Location LocateSide(int activeside)
     return Locate(activeside, &Shape::sidenumber);
 }
 
+int GetActivePoint(const Location& place)
+{
+    int before = 0;
+    for (int i = 0; i < place.shape; i++) {
+        before += shapes[i]->pointnumber;
+    }
+    return before + place.index;
+}
+
 } // namespace korvane

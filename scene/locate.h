@@ -1,5 +1,6 @@
-// Which shape an active element belongs to. Each active list holds the elements of all shapes in
-// scene order, so an index into it names a shape and an element inside it.
+// Which shape an active element belongs to, and where a shape's points are in the active list. Each
+// active list holds the elements of all shapes in scene order, so an index into it names a shape
+// and an element inside it.
 #pragma once
 
 namespace korvane
@@ -13,5 +14,8 @@ struct Location {
 Location LocatePoint(int activepoint);   // an index into activepoints
 Location LocateStripe(int activestripe); // an index into activestripes
 Location LocateSide(int activeside);     // an index into activesides
+
+// The other way round: the place in activepoints of a point of a shape, which must be there.
+int GetActivePoint(const Location& place);
 
 } // namespace korvane

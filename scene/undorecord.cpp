@@ -1,5 +1,6 @@
 #include "scene/undorecord.h"
 
+#include "geometry/finishedit.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/scenefile.h"
@@ -77,10 +78,7 @@ static void RestoreShape(const UndoRecord& record)
     const int index = record.shapeindex;
     DeleteShape(shapes[index]);
     shapes[index] = CopyShape(record.shapes[0]);
-    ChangeShape(index);
-    TransferOneShape(index);
-    SetActives();
-    SetTypeOfShapeNode(index);
+    DeriveEditedShape(index);
     SearchActive();
 }
 

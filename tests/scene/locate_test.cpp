@@ -27,6 +27,14 @@ static void ExpectPlace(const Location& place, int shape, int index)
     EXPECT_EQ(place.index, index);
 }
 
+TEST_F(Locate, GivesThePlaceOfAPointInTheActiveList)
+{
+    EXPECT_EQ(GetActivePoint({0, 0}), 0);
+    EXPECT_EQ(GetActivePoint({0, 3}), 3);
+    EXPECT_EQ(GetActivePoint({1, 0}), 4); // behind the square's four
+    EXPECT_EQ(GetActivePoint({1, 7}), 11);
+}
+
 TEST_F(Locate, FindsTheFirstShapeWhoseRunningSumExceedsTheIndex)
 {
     ExpectPlace(LocatePoint(0), 0, 0);
