@@ -15,16 +15,6 @@
 namespace korvane
 {
 
-static Dialog MakeImageDialog(const char* title, const char* acceptbutton)
-{
-    Dialog dialog = MakeModalDialog(title, acceptbutton);
-    GtkWindow* window = GTK_WINDOW(dialog.get());
-    gtk_window_set_resizable(window, FALSE);
-    gtk_window_set_skip_taskbar_hint(window, TRUE);
-    gtk_window_set_skip_pager_hint(window, TRUE);
-    return dialog;
-}
-
 static void SetContent(const Dialog& dialog, GtkWidget* content, int space)
 {
     GtkWidget* box = gtk_vbox_new(TRUE, space);
@@ -36,7 +26,7 @@ static void SetContent(const Dialog& dialog, GtkWidget* content, int space)
 
 static Dialog MakeProgressDialog()
 {
-    Dialog dialog = MakeImageDialog("Progress", nullptr);
+    Dialog dialog = MakeFixedDialog("Progress", nullptr);
     GtkWindow* window = GTK_WINDOW(dialog.get());
     gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_SPLASHSCREEN);
     gtk_window_set_position(window, GTK_WIN_POS_CENTER_ON_PARENT);
@@ -76,7 +66,7 @@ int DrawImage(GtkWidget* widget, GdkEventExpose* /*event*/)
 
 static Dialog MakePreviewDialog()
 {
-    Dialog dialog = MakeImageDialog("Image preview", GTK_STOCK_SAVE);
+    Dialog dialog = MakeFixedDialog("Image preview", GTK_STOCK_SAVE);
     GtkWidget* area = gtk_drawing_area_new();
     gtk_widget_set_size_request(area, previewwidth, previewheight);
     g_signal_connect(area, "expose_event", G_CALLBACK(DrawImage), nullptr);

@@ -162,13 +162,6 @@ int ChangeAcuity(GtkRange*, int, double value, void* which)
     return FALSE; // the slider moves
 }
 
-static GtkWidget* MakeMarkupLabel(const char* markup)
-{
-    GtkWidget* label = gtk_label_new(nullptr);
-    gtk_label_set_markup(GTK_LABEL(label), markup);
-    return label;
-}
-
 static GtkColorSelection* AddColorFrame(GtkWidget* page, const char* markup)
 {
     constexpr guint border = 5;
@@ -272,12 +265,9 @@ static void ConnectPage(const Page& page, int face)
 
 static Dialog MakeDialog(const char* title)
 {
-    Dialog dialog = MakeModalDialog(title, GTK_STOCK_OK);
-    GtkWindow* window = GTK_WINDOW(dialog.get());
-    gtk_window_set_resizable(window, FALSE);
-    gtk_window_set_skip_taskbar_hint(window, TRUE);
-    gtk_window_set_skip_pager_hint(window, TRUE);
-    gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_MENU); // Deliberate: a menu's
+    Dialog dialog = MakeFixedDialog(title, GTK_STOCK_OK);
+    // Deliberate: a menu's hint.
+    gtk_window_set_type_hint(GTK_WINDOW(dialog.get()), GDK_WINDOW_TYPE_HINT_MENU);
     return dialog;
 }
 

@@ -13,4 +13,21 @@ Dialog MakeModalDialog(const char* title, const char* acceptbutton)
                                                   acceptbutton, GTK_RESPONSE_OK, nullptr));
 }
 
+Dialog MakeFixedDialog(const char* title, const char* acceptbutton)
+{
+    Dialog dialog = MakeModalDialog(title, acceptbutton);
+    GtkWindow* window = GTK_WINDOW(dialog.get());
+    gtk_window_set_resizable(window, FALSE);
+    gtk_window_set_skip_taskbar_hint(window, TRUE);
+    gtk_window_set_skip_pager_hint(window, TRUE);
+    return dialog;
+}
+
+GtkWidget* MakeMarkupLabel(const char* markup)
+{
+    GtkWidget* label = gtk_label_new(nullptr);
+    gtk_label_set_markup(GTK_LABEL(label), markup);
+    return label;
+}
+
 } // namespace korvane

@@ -29,6 +29,11 @@ inline Dialog HoldDialog(GtkWidget* dialog)
 // gtk_dialog_run and goes with what is returned.
 Dialog MakeModalDialog(const char* title, const char* acceptbutton);
 
+// The same, of a size that stays, and in neither the task bar nor the pager.
+Dialog MakeFixedDialog(const char* title, const char* acceptbutton);
+
+GtkWidget* MakeMarkupLabel(const char* markup);
+
 inline GtkContainer* GetContentOf(const Dialog& dialog)
 {
     return GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(dialog.get())));

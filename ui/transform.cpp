@@ -132,8 +132,6 @@ int ScaleChangeValue(GtkRange*, int, double value, void* data)
 
 static void AddSlider(GtkWidget* box, const SliderKind& kind, const char* markup, int code)
 {
-    GtkWidget* label = gtk_label_new("");
-    gtk_label_set_markup(GTK_LABEL(label), markup);
     GtkWidget* slider = gtk_hscale_new_with_range(-kind.reach, kind.reach, kind.step);
     gtk_range_set_value(GTK_RANGE(slider), 0);
     gtk_scale_set_digits(GTK_SCALE(slider), kind.digits);
@@ -144,7 +142,7 @@ static void AddSlider(GtkWidget* box, const SliderKind& kind, const char* markup
     }
     g_signal_connect(slider, "change-value", G_CALLBACK(ScaleChangeValue), GINT_TO_POINTER(code));
     GtkWidget* row = gtk_hbox_new(FALSE, 0);
-    gtk_container_add(GTK_CONTAINER(row), label);
+    gtk_container_add(GTK_CONTAINER(row), MakeMarkupLabel(markup));
     gtk_container_add(GTK_CONTAINER(row), slider);
     gtk_container_add(GTK_CONTAINER(box), row);
 }
@@ -152,12 +150,8 @@ static void AddSlider(GtkWidget* box, const SliderKind& kind, const char* markup
 // A dialog with an empty vertical box, which is handed over through `box`.
 static Dialog MakeTransformDialog(const char* title, bool homogeneous, int spacing, GtkWidget** box)
 {
-    Dialog dialog = MakeModalDialog(title, GTK_STOCK_OK);
-    GtkWindow* window = GTK_WINDOW(dialog.get());
-    gtk_window_set_resizable(window, FALSE);
-    gtk_window_set_skip_taskbar_hint(window, TRUE);
-    gtk_window_set_skip_pager_hint(window, TRUE);
-    gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_NORMAL);
+    Dialog dialog = MakeFixedDialog(title, GTK_STOCK_OK);
+    gtk_window_set_type_hint(GTK_WINDOW(dialog.get()), GDK_WINDOW_TYPE_HINT_NORMAL);
     *box = gtk_vbox_new(homogeneous, spacing);
     gtk_container_set_border_width(GTK_CONTAINER(*box), 10);
     gtk_container_add(GetContentOf(dialog), *box);
