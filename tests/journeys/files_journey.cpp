@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <sys/stat.h>
 
 using namespace korvane::testing;
 
@@ -125,6 +126,19 @@ TEST(Files, ThatAreBrokenShowADialogAndTheProgramLivesOn)
     ASSERT_TRUE(journey.WaitForFront("Vintra"));
     EXPECT_TRUE(journey.IsRunning());
     ASSERT_TRUE(SaveAs(journey, journey.GetFolder() + "/empty.mrt")); // and does what it is told
+}
+
+// Nobody ever writes into the pipe.
+TEST(Files, ThatArePipesShowADialogAtOnce)
+{
+    Journey journey;
+    const std::string pipe = journey.GetFolder() + "/pipe.mrt";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    journey.Launch(pipe);
+    ASSERT_TRUE(journey.WaitForFront(""));
+    journey.Key("Escape");
+    ASSERT_TRUE(journey.WaitForFront("Vintra"));
+    EXPECT_TRUE(journey.IsRunning());
 }
 
 TEST(Files, AreOfferedFromTheExamplesFirst)
