@@ -5,7 +5,9 @@
 namespace korvane
 {
 
-static constexpr double tolerance = 1e-5; // nearer coordinates count as equal
+// Nearer coordinates count as equal. A point that has gone to the world and back has moved less,
+// unless the view is zoomed in a hundred times and more.
+static constexpr double tolerance = 1e-5;
 
 int GetCameraSignature(const float rotation[9])
 {
@@ -23,11 +25,22 @@ ClickDepth StartClickDepth(float zbasic, const float rotation[9])
     return {zbasic, 0, GetCameraSignature(rotation)};
 }
 
+static bool AreEqual(float a, float b)
+{
+    return std::abs(double(a) - double(b)) < tolerance;
+}
+
 void FollowCamera(ClickDepth& depth, const float rotation[9], const float points[][3], int number)
 {
     const int signature = GetCameraSignature(rotation);
     if (signature != depth.coordsign) {
         depth = {points[number - 1][2], number - 1, signature};
+    }
+    // Deliberate: an equal depth is not taken over. The fixed one was asked for; the point was
+    // rounded on its way.
+    const float present = points[depth.zindex][2];
+    if (!AreEqual(present, depth.zbasic)) {
+        depth.zbasic = present;
     }
 }
 
@@ -37,11 +50,6 @@ void FollowTakeBack(ClickDepth& depth, const float points[][3], int number)
         depth.zindex = number - 1;
         depth.zbasic = points[number - 1][2];
     }
-}
-
-static bool AreEqual(float a, float b)
-{
-    return std::abs(double(a) - double(b)) < tolerance;
 }
 
 // The depth at `x` on a line that has depth z0 at x0 and z1 at x1.
@@ -56,6 +64,7 @@ static double GetFoot(const float* point, const float* z, const float* e)
 {
     const double slope = (double(z[1]) - double(e[1])) / (double(z[0]) - double(e[0]));
     const double constant = double(z[1]) - double(z[0]) * slope;
+    // Deliberate: the only step in between that is rounded to float.
     const double across = double(float(double(point[1]) + double(point[0]) / slope));
     return (across - constant) / (slope + 1 / slope);
 }

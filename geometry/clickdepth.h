@@ -21,7 +21,8 @@ int GetCameraSignature(const float rotation[9]);
 ClickDepth StartClickDepth(float zbasic, const float rotation[9]);
 
 // Before a point is added to `number` others: when the view has been turned since the depth was
-// fixed, that of the last point is taken from now on.
+// fixed, that of the last point is taken from now on. When it has been zoomed or moved along the
+// line of sight, the depth goes with the point at which it was fixed.
 void FollowCamera(ClickDepth& depth, const float rotation[9], const float points[][3], int number);
 
 // After the last point has been taken back: the depth goes back with it to the last of the `number`

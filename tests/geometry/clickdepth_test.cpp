@@ -47,11 +47,28 @@ TEST(FollowCamera, TakesTheDepthOfTheLastPointAfterATurn)
 
 TEST(FollowCamera, ChangesNothingWithoutATurn)
 {
-    const float points[2][3] = {{0, 0, 0.1F}, {0, 0, 0.2F}};
+    const float points[2][3] = {{0, 0, 0.5F}, {0, 0, 0.2F}};
     ClickDepth depth = StartClickDepth(0.5F, front);
     FollowCamera(depth, front, points, 2);
     EXPECT_EQ(depth.zbasic, 0.5F);
     EXPECT_EQ(depth.zindex, 0);
+}
+
+TEST(FollowCamera, KeepsTheFixedDepthToTheBitWhenItsPointWasOnlyRounded)
+{
+    const float points[1][3] = {{0, 0, 0.500005F}};
+    ClickDepth depth = StartClickDepth(0.5F, front);
+    FollowCamera(depth, front, points, 1);
+    EXPECT_EQ(depth.zbasic, 0.5F);
+}
+
+TEST(FollowCamera, GoesWithThePointOfTheFixedDepthWhenItHasMoved)
+{
+    const float points[3][3] = {{0, 0, 0.1F}, {0, 0, 0.4F}, {0, 0, 0.7F}};
+    ClickDepth depth = {0.2F, 1, GetCameraSignature(front)};
+    FollowCamera(depth, front, points, 3);
+    EXPECT_EQ(depth.zbasic, 0.4F);
+    EXPECT_EQ(depth.zindex, 1);
 }
 
 TEST(FollowTakeBack, MovesBackWithThePointsBelowTheFixedOne)
@@ -115,6 +132,16 @@ TEST(InterpolateDepths, GoesByTheFootOnAFallingLine)
     // Slope -1 through (-0.2, 0.3): y = 0.1 - x. The perpendicular through (0.15, 0.25) is
     // y = 0.1 + x, so the foot is (0, 0.1), half of the way.
     EXPECT_NEAR(points[1][2], 0.2, 1e-6);
+}
+
+// The line on the screen is x = y, along which the depth grows by 1024 a unit. The foot's x is half
+// of y + x = 1 + 2^-25, which as float is 1: without that step the depth were 2^-16.
+TEST(InterpolateDepths, RoundsTheSumOfTheFootToFloat)
+{
+    constexpr float small = 1.0F / 1024;
+    float points[3][3] = {{0, 0, -512}, {1.0F / (1 << 25), 1, 7}, {small, small, -511}};
+    InterpolateDepths(points, 0, 2);
+    EXPECT_EQ(points[1][2], 0.0F);
 }
 
 TEST(InterpolateDepths, LeavesNeighboursAlone)

@@ -10,6 +10,7 @@
 #include "tests/support/invariants.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
+#include "view/navigation.h"
 #include "view/picking.h"
 
 #include <gmock/gmock.h>
@@ -272,6 +273,30 @@ TEST_F(DuplicationClicks, TakeTheDepthOfTheLastPlaceAfterATurn)
     Put(CLICK_TAKEBACK);
     ClickAt(0.1F, 0.3F);
     ExpectPlace(newpoints[1], {0, 0.3F, 0.1F}); // as deep as the start again
+}
+
+// Zoomed in twice about depth 0, the start at 0.2 shows at 0.4.
+TEST_F(DuplicationClicks, StayInThePlaneOfTheStartWhenTheViewIsZoomed)
+{
+    AddFlatSquare();
+    Start(0, 0);
+    mainview.scale = 2;
+    RefreshView();
+    ClickAt(0.6F, 0.2F);
+    ExpectPlace(rotated[1], {0.6F, 0.2F, 0.4F});
+    ExpectPlace(newpoints[1], {0.3F, 0.1F, 0.2F});
+    Put(CLICK_FINISH);
+    EXPECT_TRUE(HasSideAt(shapes[0], {0.3F, 0.1F, 0.2F})); // the cap at the end
+}
+
+TEST_F(DuplicationClicks, StayInThePlaneOfTheStartWhenTheViewIsMovedForward)
+{
+    AddFlatSquare();
+    Start(0, 0);
+    ChangePosition(0, 0, 0, 0, 0, 0.3F);
+    ClickAt(0.3F, 0.1F);
+    ExpectPlace(rotated[1], {0.3F, 0.1F, 0.5F});
+    ExpectPlace(newpoints[1], {0.3F, 0.1F, 0.2F});
 }
 
 // From the right centre, depth 0 at x = 0.1, to the front one, depth 0.1 at x = 0, both level: by

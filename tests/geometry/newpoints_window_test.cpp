@@ -11,6 +11,7 @@
 #include "tests/support/invariants.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
+#include "view/navigation.h"
 #include "view/picking.h"
 
 #include <gmock/gmock.h>
@@ -184,6 +185,34 @@ TEST_F(NewPoints, TakeTheDepthOfTheLastOneAfterATurn)
     ExpectPlace(NewPoint(2), {0.3F, 0.2F, 0.2F});
     ClickAt(0.1F, 0.4F); // as long as the view is not turned again
     ExpectPlace(NewPoint(3), {0.3F, 0.4F, 0.1F});
+}
+
+// The view turns about depth 0, from which the second corner is 0.3 away: zoomed twice, 0.6.
+TEST_F(NewPoints, StayInOnePlaneWhenTheViewIsZoomed)
+{
+    PressButton(true);
+    ClickAt(0, 0);
+    ClickAt(0.3F, 0.1F);
+    TurnToTheSide();
+    ClickAt(0.2F, 0.2F);
+    mainview.scale = 2;
+    RefreshView();
+    ClickAt(0.2F, 0.6F);
+    ExpectPlace(NewPoint(3), {0.3F, 0.3F, 0.1F});
+    Put(CLICK_TAKEBACK);
+    mainview.scale = 1;
+    RefreshView();
+    ClickAt(0.1F, 0.4F);
+    ExpectPlace(NewPoint(3), {0.3F, 0.4F, 0.1F});
+}
+
+TEST_F(NewPoints, OfASideStayAsDeepAsItsStartWhenTheViewIsMovedBack)
+{
+    AddFlatSquare(0.2F);
+    StartSideAt(0.2F, 0.2F);
+    ChangePosition(0, 0, 0, 0, 0, -0.5F); // the start shows at -0.3 now
+    ClickAt(0.1F, 0);
+    ExpectPlace(NewPoint(1), {0.1F, 0, 0.2F});
 }
 
 TEST_F(NewPoints, GetDepthsBetweenTheFixedOneAndTheLast)
