@@ -63,6 +63,9 @@ static GtkWidget* MakeTreePane()
     treeview = gtk_tree_view_new_with_model(GTK_TREE_MODEL(store));
     gtk_tree_view_set_headers_visible(GTK_TREE_VIEW(treeview), FALSE); // the column has no title
     gtk_tree_view_set_reorderable(GTK_TREE_VIEW(treeview), TRUE);
+    // A key that means nothing would open a search box, which deselects the row and swallows what
+    // is pressed next; the view never takes the focus from the tree.
+    gtk_tree_view_set_enable_search(GTK_TREE_VIEW(treeview), FALSE);
     AddTreeColumn();
     gtk_tree_selection_set_mode(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)),
                                 GTK_SELECTION_MULTIPLE);

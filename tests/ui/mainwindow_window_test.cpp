@@ -7,6 +7,7 @@
 #include "scene/treeselection.h"
 #include "scene/treeview.h"
 #include "tests/support/shapes.h"
+#include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
@@ -16,6 +17,7 @@
 #include "view/glsetup.h"
 #include "view/mainview.h"
 
+#include <gdk/gdkkeysyms.h>
 #include <gtest/gtest.h>
 #include <gtk/gtkgl.h>
 
@@ -185,6 +187,42 @@ TEST(TreePane, DrawsTheIconOfARowBeforeItsName)
     g_free(name);
     g_list_free(cells);
     ClearTree();
+}
+
+static void Focus(GtkWidget* widget)
+{
+    GdkEvent* event = gdk_event_new(GDK_FOCUS_CHANGE);
+    event->focus_change.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(mainwindow)));
+    event->focus_change.in = TRUE;
+    gtk_widget_event(mainwindow, event);
+    gdk_event_free(event);
+    gtk_widget_grab_focus(widget);
+    ASSERT_TRUE(gtk_widget_has_focus(widget));
+}
+
+static void PressKey(guint key)
+{
+    GdkEvent* event = gdk_event_new(GDK_KEY_PRESS);
+    event->key.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(mainwindow)));
+    event->key.keyval = key;
+    gtk_widget_event(mainwindow, event);
+    gdk_event_free(event);
+}
+
+TEST(TreePane, KeepsItsSelectionWhenAKeyWithoutAMeaningIsPressed)
+{
+    ShowMainWindow();
+    StartEmptyScene();
+    const int square = AddShapeRow(Square(), "square", 0);
+    AddShapeRow(Cube(), "cube", 0);
+    SelectRows({square});
+    Focus(treeview);
+    PressKey(GDK_KEY_k);
+    PressKey(GDK_KEY_1);
+    HandleEvents();
+    EXPECT_EQ(GetSelectedNodes(), std::vector<int>{square});
+    EXPECT_TRUE(gtk_widget_has_focus(treeview)); // no box has come up
+    StartEmptyScene();
 }
 
 TEST(TreePane, HasItsIcons)
