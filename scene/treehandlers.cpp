@@ -12,6 +12,8 @@
 namespace korvane
 {
 
+static constexpr guint menubutton = 3;
+
 static int GetNodeOfRow(GtkTreeIter* row)
 {
     int node = 0;
@@ -68,9 +70,27 @@ static void ShowIf(GtkWidget* item, bool shown)
     }
 }
 
+static bool IsOverSelectedRow(GtkTreeView* view, const GdkEventButton* event)
+{
+    GtkTreePath* path = nullptr;
+    if (!gtk_tree_view_get_path_at_pos(view, int(event->x), int(event->y), &path, nullptr, nullptr,
+                                       nullptr)) {
+        return false;
+    }
+    const bool over =
+        gtk_tree_selection_path_is_selected(gtk_tree_view_get_selection(view), path) != FALSE;
+    gtk_tree_path_free(path);
+    return over;
+}
+
+gboolean TreeButtonPress(GtkTreeView* view, GdkEventButton* event)
+{
+    const bool formenu = event->type == GDK_BUTTON_PRESS && event->button == menubutton;
+    return formenu && IsOverSelectedRow(view, event) ? TRUE : FALSE;
+}
+
 gboolean TreeButtonRelease(GtkWidget*, GdkEventButton* event)
 {
-    constexpr guint menubutton = 3;
     if (event->button != menubutton) {
         return FALSE;
     }

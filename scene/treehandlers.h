@@ -16,6 +16,10 @@ void TreeCollapsedAll(int node); // closes the icon of every folder below a node
 // Double click or Enter: opens or closes a folder; anything else flies to the selection.
 void TreeActivated(GtkTreeView* view, GtkTreePath* path, GtkTreeViewColumn* column);
 
+// Keeps the selection, for which the context menu is meant, when button 3 is pressed over one of
+// its rows; returns true then. Over another row the tree view selects that one alone.
+gboolean TreeButtonPress(GtkTreeView* view, GdkEventButton* event);
+
 // Pops up the tree's context menu for button 3; returns true then.
 gboolean TreeButtonRelease(GtkWidget* widget, GdkEventButton* event);
 

@@ -136,6 +136,7 @@ static void ConnectSignals(GtkWidget* notebook, GtkWidget* area)
     g_signal_connect(treeview, "row-collapsed", G_CALLBACK(TreeCollapsed), nullptr);
     g_signal_connect(treeview, "row-expanded", G_CALLBACK(TreeExpanded), nullptr);
     g_signal_connect(treeview, "row-activated", G_CALLBACK(TreeActivated), nullptr);
+    g_signal_connect(treeview, "button_press_event", G_CALLBACK(TreeButtonPress), nullptr);
     g_signal_connect(treeview, "button_release_event", G_CALLBACK(TreeButtonRelease), nullptr);
     g_signal_connect(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)), "changed",
                      G_CALLBACK(TreeSelectedChange), nullptr);

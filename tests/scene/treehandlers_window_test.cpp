@@ -249,6 +249,49 @@ TEST_F(TreeHandlers, StayWhenAShapeIsActivatedAndNothingIsSelected)
     EXPECT_EQ(camposition, cameraframes);
 }
 
+static void PressOverRow(guint button, int node)
+{
+    GdkRectangle cell{};
+    gtk_tree_view_get_cell_area(GetView(), GetPath(node).get(),
+                                gtk_tree_view_get_column(GetView(), 0), &cell);
+    GdkEvent* event = gdk_event_new(GDK_BUTTON_PRESS);
+    event->button.window = GDK_WINDOW(g_object_ref(gtk_tree_view_get_bin_window(GetView())));
+    event->button.button = button;
+    event->button.x = cell.x + cell.width / 2.0;
+    event->button.y = cell.y + cell.height / 2.0;
+    gtk_widget_event(treeview, event);
+    event->type = GDK_BUTTON_RELEASE;
+    gtk_widget_event(treeview, event);
+    gdk_event_free(event);
+    gtk_menu_popdown(GTK_MENU(treemenu));
+}
+
+TEST_F(TreeHandlers, KeepTheSelectionWhenTheMenuIsWantedForOneOfItsRows)
+{
+    SelectRows({e, box});
+    HandleEvents(); // the rows are laid out
+    PressOverRow(3, box);
+    EXPECT_EQ(GetSelectedNodes(), std::vector<int>({e, box}));
+    PressOverRow(3, e);
+    EXPECT_EQ(GetSelectedNodes(), std::vector<int>({e, box}));
+}
+
+TEST_F(TreeHandlers, SelectARowThatWasNotWhenTheMenuIsWantedForIt)
+{
+    SelectRows({e, box});
+    HandleEvents();
+    PressOverRow(3, square);
+    EXPECT_EQ(GetSelectedNodes(), std::vector<int>({square}));
+}
+
+TEST_F(TreeHandlers, SelectOneRowOfSeveralByTheLeftButton)
+{
+    SelectRows({e, box});
+    HandleEvents();
+    PressOverRow(1, box);
+    EXPECT_EQ(GetSelectedNodes(), std::vector<int>({box}));
+}
+
 static gboolean ReleaseButton(guint button)
 {
     GdkEventButton event{};

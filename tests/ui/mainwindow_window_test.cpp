@@ -305,6 +305,7 @@ TEST(TreePane, HandsItsEventsToTheTree)
     EXPECT_TRUE(IsConnected(treeview, "row-collapsed", G_CALLBACK(TreeCollapsed)));
     EXPECT_TRUE(IsConnected(treeview, "row-expanded", G_CALLBACK(TreeExpanded)));
     EXPECT_TRUE(IsConnected(treeview, "row-activated", G_CALLBACK(TreeActivated)));
+    EXPECT_TRUE(IsConnected(treeview, "button-press-event", G_CALLBACK(TreeButtonPress)));
     EXPECT_TRUE(IsConnected(treeview, "button-release-event", G_CALLBACK(TreeButtonRelease)));
     EXPECT_TRUE(IsConnected(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)), "changed",
                             G_CALLBACK(TreeSelectedChange)));
