@@ -34,6 +34,7 @@ static bool ReadOpenFile(int descriptor, FileBytes& file)
         return false;
     }
     const auto size = std::size_t(status.st_size);
+    file.length = 0;
     file.bytes.reset(new (std::nothrow) char[size]);
     if (file.bytes == nullptr) {
         return false;

@@ -21,8 +21,9 @@ struct FileBytes {
     }
 };
 
-// Reads a regular file; anything else, such as a folder, a pipe or a device, may never end. False
-// when there is no such file or it cannot be read.
+// Reads a regular file, in the place of what `file` held; anything else, such as a folder, a pipe
+// or a device, may never end. False when there is no such file, it cannot be read or it has more
+// bytes than an int can count.
 bool ReadRegularFile(const char* path, FileBytes& file);
 
 // Writes a file's text; whether that worked is told by the file's error flag.

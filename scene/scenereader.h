@@ -42,7 +42,7 @@ struct DroppedShape {
 struct SceneDraft {
     bool isscene = false; // the header is that of a scene file; without it nothing else is filled
     bool hasfolders = false; // the folders follow the shape count; without them there is no more
-    bool mismatched = false; // some later keyword was another than expected
+    bool mismatched = false; // some later keyword was another than expected; nothing hangs on it
     std::vector<FolderDraft> folders; // in file order
     std::vector<ShapeDraft> shapes;   // in file order
     std::vector<DroppedShape> dropped;

@@ -290,6 +290,18 @@ TEST(ReadRegularFile, ReadsAFileWhole)
     EXPECT_EQ(file.GetText(), text);
 }
 
+TEST(ReadRegularFile, ForgetsWhatWasReadBefore)
+{
+    const TempFolder folder;
+    WriteText(folder / "x", "abc");
+    WriteText(folder / "y", "longer");
+    FileBytes file;
+    for (const std::string name : {"x", "y", "x"}) {
+        EXPECT_TRUE(ReadRegularFile((folder / name).c_str(), file));
+        EXPECT_EQ(file.GetText(), name == "x" ? "abc" : "longer");
+    }
+}
+
 TEST(ReadRegularFile, ReadsAnEmptyFile)
 {
     const TempFolder folder;
