@@ -30,9 +30,18 @@ struct ItemRow {
     GtkWidget** global = nullptr; // borrowed; where other modules find the item
 };
 
-// Deliberate: the underscore. No stock picture is called so, and the toolkit shows its
-// missing-image icon.
+// Deliberate: the underscore. No stock picture of the toolkit is called so; the program gives the
+// name the toolkit's missing-image icon, since the toolkit itself would show nothing at all.
 static constexpr const char* missingimage = "gtk-missing_image";
+
+static void AddMissingImage()
+{
+    GtkIconFactory* factory = gtk_icon_factory_new();
+    gtk_icon_factory_add(factory, missingimage,
+                         gtk_icon_factory_lookup_default(GTK_STOCK_MISSING_IMAGE));
+    gtk_icon_factory_add_default(factory);
+    g_object_unref(factory);
+}
 
 static gpointer Number(int number)
 {
@@ -185,6 +194,7 @@ static void MakeBackgroundMenus()
 
 void MakeMenus()
 {
+    AddMissingImage();
     MakeTreeMenu();
     MakeSideMenu();
     MakePointMenu();

@@ -179,9 +179,20 @@ TEST(Menus, HaveNothingCheckedAtTheStart)
     }
 }
 
+static GdkPixbuf* Render(GtkWidget* widget, const char* stock)
+{
+    return gtk_widget_render_icon(widget, stock, GTK_ICON_SIZE_MENU, nullptr);
+}
+
 TEST(Menus, ShowTheMissingPictureForTheTransformTools)
 {
     ShowMainWindow();
     GtkStockItem item;
     EXPECT_FALSE(gtk_stock_lookup(missing, &item)); // not one of the toolkit's, which has a "-"
+    GdkPixbuf* shown = Render(pointmenu, missing);
+    GdkPixbuf* wanted = Render(pointmenu, GTK_STOCK_MISSING_IMAGE);
+    ASSERT_NE(shown, nullptr);
+    EXPECT_TRUE(AreAlike(shown, wanted));
+    g_object_unref(shown);
+    g_object_unref(wanted);
 }
