@@ -14,10 +14,15 @@
 #include "view/mainview.h"
 #include "view/picking.h"
 
+#include <climits>
 #include <string>
 
 namespace korvane
 {
+
+// No file that can be read has more shapes: each takes 45 tokens at least (one point, one side of
+// three corners with its look), and a token a byte and the one that ends it.
+static constexpr int mostshapes = INT_MAX / 90;
 
 int ReadToken(FILE* file, char* buffer)
 {
@@ -54,19 +59,50 @@ static void InstallScene(SceneDraft& draft)
     RefreshView(); // only what has been projected can be picked
 }
 
-// Tells which shapes of a file could not be kept: each on standard output, their number below the
-// view.
-static void ReportDropped(const std::vector<DroppedShape>& dropped)
+// What could not be kept of the shapes that a file has; empty when all was.
+static std::string DescribeDropped(const SceneDraft& draft)
 {
-    if (dropped.empty()) {
-        return;
+    const std::size_t number = draft.dropped.size();
+    if (number == 0) {
+        return "";
     }
-    for (const DroppedShape& shape : dropped) {
+    const char* rest = number == 1 ? " damaged shape is left out" : " damaged shapes are left out";
+    return std::to_string(number) + rest;
+}
+
+// What a file announces and does not have to its end; empty when it has all. A count that is beyond
+// every file is not repeated.
+static std::string DescribeMissing(const SceneDraft& draft)
+{
+    const int missing = draft.announced - draft.whole - int(draft.dropped.size());
+    if (missing == 0) {
+        return "";
+    }
+    if (draft.announced > mostshapes) {
+        return "The file ends too early";
+    }
+    return std::to_string(missing) + " of " + std::to_string(draft.announced) +
+           (draft.announced == 1 ? " shape" : " shapes") + (missing == 1 ? " is" : " are") +
+           " missing or incomplete: the file ends too early";
+}
+
+// Tells what of a file is not in the scene: each dropped shape and what is missing on standard
+// output, the numbers of both below the view.
+static void ReportLosses(const SceneDraft& draft)
+{
+    for (const DroppedShape& shape : draft.dropped) {
         std::printf("Shape %s is left out: %s\n", shape.path.c_str(), shape.reason);
     }
-    const char* rest =
-        dropped.size() == 1 ? " damaged shape is left out" : " damaged shapes are left out";
-    PrintStatusBar((std::to_string(dropped.size()) + rest).c_str());
+    const std::string dropped = DescribeDropped(draft);
+    const std::string missing = DescribeMissing(draft);
+    if (!missing.empty()) {
+        std::printf("%s\n", missing.c_str());
+    }
+    const char* between = dropped.empty() || missing.empty() ? "" : ". ";
+    const std::string losses = dropped + between + missing;
+    if (!losses.empty()) {
+        PrintStatusBar(losses.c_str());
+    }
 }
 
 static int FailToOpen()
@@ -91,7 +127,7 @@ int OpenMrt(const char* path)
         return FailToOpen();
     }
     InstallScene(draft);
-    ReportDropped(draft.dropped);
+    ReportLosses(draft);
     return 0;
 }
 

@@ -245,6 +245,9 @@ static void ReadShape(SceneReader& reader, const FolderTable& table, SceneDraft&
 {
     CheckKeyword(reader, "Name");
     ReadNext(reader);
+    if (reader.ended) { // not even its name is there
+        return;
+    }
     const std::string path(GetToken(reader));
     std::unique_ptr<Shape, ShapeDeleter> shape(NewArray<Shape>(1));
     ReadPoints(reader, shape.get());
@@ -257,6 +260,7 @@ static void ReadShape(SceneReader& reader, const FolderTable& table, SceneDraft&
         MakeRoomForTriangles(shape.get());
         draft.shapes.push_back(PlaceShape(table, path));
         draft.shapes.back().shape = std::move(shape);
+        draft.whole += reader.ended ? 0 : 1;
     }
     ReadNext(reader);
 }
@@ -314,14 +318,14 @@ SceneDraft ReadScene(std::string_view bytes)
     if (!draft.isscene) {
         return draft;
     }
-    const int count = ReadInteger(reader);
+    draft.announced = std::max(0, ReadInteger(reader));
     ReadNext(reader);
     draft.hasfolders = GetToken(reader) == "Folders";
     if (!draft.hasfolders) {
         return draft;
     }
     const FolderTable table = ReadFolders(reader, draft);
-    for (int i = 0; i < count && !reader.ended; i++) {
+    for (int i = 0; i < draft.announced && !reader.ended; i++) {
         ReadShape(reader, table, draft);
     }
     draft.mismatched = reader.mismatched;

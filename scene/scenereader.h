@@ -1,7 +1,7 @@
 // From the bytes of a scene file to a draft of the scene. Nothing of what is read is trusted: a
 // list ends with the file, whatever its count says, and a shape whose sides cannot be spanned
-// between its points is left out and named. The draft knows no tree and no window; OpenMrt puts it
-// into the scene.
+// between its points is left out and named. Of a file that ends too early what is there is kept and
+// what is not is counted. The draft knows no tree and no window; OpenMrt puts it into the scene.
 #pragma once
 
 #include "scene/model.h"
@@ -46,6 +46,8 @@ struct SceneDraft {
     std::vector<FolderDraft> folders; // in file order
     std::vector<ShapeDraft> shapes;   // in file order
     std::vector<DroppedShape> dropped;
+    int announced = 0; // how many shapes the file says it has; not negative
+    int whole = 0;     // how many of `shapes` the file has to their end; the last may be cut off
 };
 
 // Reads a whole file. The shapes have points, vertexes, sides and room for their triangles; what is

@@ -31,13 +31,14 @@ protected:
         ForgetDialogs();
     }
 
-    void Open(const std::string& text) const
+    void Open(const std::string& text)
     {
         const std::string path = folder / "hostile.mrt";
         WriteText(path, text);
-        ::testing::internal::CaptureStdout(); // a line for each shape that is left out
+        ForgetDialogs();
+        ::testing::internal::CaptureStdout();
         OpenMrt(path.c_str());
-        ::testing::internal::GetCapturedStdout();
+        output = ::testing::internal::GetCapturedStdout();
         ASSERT_EQ(FindBrokenRule(), "") << text;
         ShapeSave(sink.get(), 0);
     }
@@ -49,8 +50,18 @@ protected:
         }
     };
 
+    // Opens a file and expects so many shapes and this in the status bar.
+    void ExpectLosses(const std::string& text, int kept, const std::string& told)
+    {
+        Open(text);
+        EXPECT_EQ(shapenumber, kept);
+        EXPECT_EQ(statustext, told);
+        EXPECT_TRUE(errors.empty());
+    }
+
     const TempFolder folder;
     const std::unique_ptr<FILE, FileCloser> sink{std::fopen("/dev/null", "w")};
+    std::string output; // what the last Open has printed
 };
 
 // A scene as the program saves it, with the comments that its files have.
@@ -86,11 +97,14 @@ static void ReplaceEachNumber(const std::string& text, const std::string& replac
 TEST_F(HostileScene, SurvivesAFileThatEndsAnywhere)
 {
     const std::string text = SavedScene();
+    const std::size_t lasttoken = text.find_last_of(" \n", text.size() - 2) + 1;
     for (std::size_t length = 0; length < text.size(); length++) {
         Open(text.substr(0, length));
         if (HasFatalFailure()) {
             return;
         }
+        const bool told = !errors.empty() || !statustext.empty();
+        EXPECT_EQ(told, length <= lasttoken) << length; // no token is missing from then on
     }
 }
 
@@ -101,6 +115,57 @@ TEST_F(HostileScene, LoadsAllThatIsWholeInATruncatedFile)
     EXPECT_EQ(shapenumber, 1);
     EXPECT_STREQ(treeiters[3].name, "pyramid");
     EXPECT_EQ(statustext, "1 damaged shape is left out");
+}
+
+TEST_F(HostileScene, TellsHowManyShapesAreMissing)
+{
+    const std::string first = SceneHead(3) + "/a\n\n" + TriangleBlock("/a/x");
+    const std::string sentence = "2 of 3 shapes are missing or incomplete: the file ends too early";
+    ExpectLosses(first, 1, sentence);
+    EXPECT_EQ(output, sentence + "\n");
+    ExpectLosses(first + "Name:", 1, sentence); // the second has no name yet
+    ExpectLosses(first + TriangleBlock("/y"), 2,
+                 "1 of 3 shapes is missing or incomplete: the file ends too early");
+    ExpectLosses(first + TriangleBlock("/y") + TriangleBlock("/z"), 3, "");
+    EXPECT_EQ(output, "");
+    ExpectLosses(SceneHead(1), 0, "1 of 1 shape is missing or incomplete: the file ends too early");
+    ExpectLosses(SceneHead(0), 0, "");
+}
+
+TEST_F(HostileScene, TellsDamagedAndMissingShapesInOneLine)
+{
+    const std::string block = TriangleBlock("/y");
+    const std::string points = block.substr(0, block.find("TriangleNumber"));
+    ExpectLosses(SceneHead(4) + TriangleBlock("/x") + points, 1,
+                 "1 damaged shape is left out. 2 of 4 shapes are missing or incomplete: "
+                 "the file ends too early");
+    EXPECT_EQ(output, "Shape /y is left out: it has no side\n"
+                      "2 of 4 shapes are missing or incomplete: the file ends too early\n");
+}
+
+// What the file still has of a shape stays, but the shape is not told as whole.
+TEST_F(HostileScene, TellsAShapeThatLacksItsLastSides)
+{
+    const std::string block = TetrahedronBlock("/body");
+    const std::string sides = block.substr(0, block.rfind("PointNumber")); // three of four
+    ExpectLosses(SceneHead(1) + sides, 1,
+                 "1 of 1 shape is missing or incomplete: the file ends too early");
+    EXPECT_EQ(shapes[0]->sidenumber, 3);
+    const std::string colors = block.substr(0, block.rfind("0,5")); // one number lacks
+    ExpectLosses(SceneHead(3) + TriangleBlock("/x") + colors, 2,
+                 "2 of 3 shapes are missing or incomplete: the file ends too early");
+    EXPECT_EQ(shapes[1]->sidenumber, 4);
+}
+
+TEST_F(HostileScene, RepeatsNoCountThatCannotBeTrue)
+{
+    const std::string rest = " missing or incomplete: the file ends too early";
+    ExpectLosses(SceneHead(2147483647) + TriangleBlock("/x"), 1, "The file ends too early");
+    EXPECT_EQ(output, "The file ends too early\n");
+    // 2147483647 / 90 bytes is 23860929.4
+    ExpectLosses(SceneHead(23860930) + TriangleBlock("/x"), 1, "The file ends too early");
+    ExpectLosses(SceneHead(23860929) + TriangleBlock("/x"), 1,
+                 "23860928 of 23860929 shapes are" + rest);
 }
 
 TEST_F(HostileScene, SurvivesAnyNumberInThePlaceOfAnother)
