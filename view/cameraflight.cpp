@@ -1,6 +1,8 @@
 #include "view/cameraflight.h"
 
 #include "geometry/shapegeometry.h"
+#include "geometry/vectors.h"
+#include "scene/locate.h"
 #include "scene/model.h"
 #include "view/directions.h"
 #include "view/mainview.h"
@@ -63,16 +65,11 @@ static Direction GetTiltDetour(const Direction& facing)
     return std::fabs(facing[1]) > std::fabs(facing[0]) ? rightward : upward;
 }
 
-static float GetMinor(const Direction& a, const Direction& b, std::size_t i, std::size_t k)
-{
-    return float(double(a[i]) * double(b[k]) - double(a[k]) * double(b[i]));
-}
-
 // Where an `up` that points down passes on its way: aside, so that the view rolls.
 static Direction GetRollDetour(const Direction& facing, const Direction& up)
 {
-    Direction aside = {GetMinor(facing, up, 1, 2), GetMinor(facing, up, 2, 0),
-                       GetMinor(facing, up, 0, 1)};
+    Direction aside;
+    Store(GetCross(ToVector(facing.data()), ToVector(up.data())), aside.data());
     Normalise(aside.data());
     return aside;
 }
@@ -216,32 +213,14 @@ void CubeRotate()
     ChangeCamera(nullptr, seen.ups[side], mainview.center, mainview.scale);
 }
 
-// The drawn copy of the side whose record is given, as its shape and its index there.
-struct DrawnSide {
-    const Shape* copy; // borrowed
-    int side;
-};
-
-static DrawnSide FindDrawnSide(const ActiveElement* record)
-{
-    int side = int(record - activesides);
-    int i = 0;
-    while (side >= shapes[i]->sidenumber) {
-        side -= shapes[i]->sidenumber;
-        i++;
-    }
-    return {GetDrawnCopy(i), side};
-}
-
 // The triangle of a side that is nearest to the viewer under the pointer, -1 when there is none;
 // `spot` is then where the pointer meets it.
-static int FindTriangleUnderMouse(const DrawnSide& drawn, float* spot)
+static int FindTriangleUnderMouse(const Side& side, float* spot)
 {
-    const Side& side = drawn.copy->sides[drawn.side];
     int found = -1;
     for (int k = 0; k < side.trianglenumber; k++) {
         float hit[3] = {mouse[0], mouse[1], 0};
-        if (InTheTriangle2dSetZ(hit, &drawn.copy->triangles[side.triangles[k]]) &&
+        if (InTheTriangle2dSetZ(hit, &side.shape->triangles[side.triangles[k]]) &&
             (found < 0 || hit[2] > spot[2])) { // strictly: the first of equal depths stays
             found = side.triangles[k];
             std::copy_n(hit, 3, spot);
@@ -255,13 +234,17 @@ void JumpSurface()
     if (activepointer == nullptr || activepointer->type != ELEMENT_SIDE) {
         return;
     }
-    const DrawnSide drawn = FindDrawnSide(activepointer);
+    const Location place = LocateSide(int(activepointer - activesides));
+    if (place.shape < 0) {
+        return;
+    }
+    const Shape* copy = GetDrawnCopy(place.shape);
     float target[1][3];
-    const int triangle = FindTriangleUnderMouse(drawn, target[0]);
+    const int triangle = FindTriangleUnderMouse(copy->sides[place.index], target[0]);
     if (triangle < 0) {
         return;
     }
-    const float* normal = drawn.copy->trianglenormals[triangle];
+    const float* normal = copy->trianglenormals[triangle];
     // Deliberate: by the scale, although the lift is measured on the screen, where it shrinks so
     // as the view is zoomed in.
     const double lift = surfacelift / double(mainview.scale);

@@ -1,5 +1,7 @@
 #include "view/cubewalls.h"
 
+#include "geometry/triangulation.h"
+
 namespace korvane
 {
 
@@ -24,7 +26,7 @@ void SetWallCorners(float halfedge, float distance, float corners[wallnumber * w
 
 bool IsWallFacing(const float* a, const float* b, const float* c)
 {
-    return (a[1] - b[1]) * c[0] + (c[1] - a[1]) * b[0] + (b[1] - c[1]) * a[0] > 0;
+    return GetOrientation2d(a, b, c) > 0;
 }
 
 } // namespace korvane

@@ -8,7 +8,7 @@
 namespace korvane
 {
 
-static constexpr double pickdistancesquare = 0.000256;
+static constexpr double pickdistancesquare = pickdistance * pickdistance;
 static constexpr double straight = 1e-9; // a segment that spans less is horizontal or vertical
 static constexpr double farthest = 100;  // a segment's line at this distance is none to choose
 

@@ -118,6 +118,16 @@ TEST_F(JumpingToASurface, DoesNothingBesideTheSide)
     EXPECT_EQ(camposition, cameraframes);
 }
 
+TEST_F(JumpingToASurface, DoesNothingForARecordWhoseShapeIsGone)
+{
+    AddToView(MakeSmallSquare());
+    AddToView(MakeSmallSquare());
+    DeleteShapeByIndex(1); // the records are made anew later
+    JumpToSide(1, 0, 0);
+    EXPECT_EQ(camposition, cameraframes);
+    activepointer = nullptr;
+}
+
 // A square of radius 1.
 static OwnedShape MakeUnitSquare(float x)
 {
