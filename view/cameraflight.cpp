@@ -229,6 +229,26 @@ static int FindTriangleUnderMouse(const Side& side, float* spot)
     return found;
 }
 
+// The screen direction in which a triangle of a drawn copy faces. Its corners may have been moved
+// by the perspective, and the copy's own normal with them: then they are taken back to the world.
+static Direction GetFacingOfTriangle(const Shape* copy, int triangle)
+{
+    const float* own = copy->trianglenormals[triangle];
+    if ((mainview.perspective & fadefull) == 0) {
+        return {own[0], own[1], own[2]};
+    }
+    float corners[3][3];
+    for (int k = 0; k < 3; k++) {
+        std::copy_n(copy->points[copy->triangles[triangle].points[k]], 3, corners[k]);
+    }
+    ReTransferPoints(&mainview, corners, 3);
+    float normal[1][3];
+    Store(GetCross(corners[0], corners[1], corners[2]), normal[0]);
+    Normalise(normal[0]);
+    Rotate(&mainview, normal, 1);
+    return {normal[0][0], normal[0][1], normal[0][2]};
+}
+
 void JumpSurface()
 {
     if (activepointer == nullptr || activepointer->type != ELEMENT_SIDE) {
@@ -244,15 +264,15 @@ void JumpSurface()
     if (triangle < 0) {
         return;
     }
-    const float* normal = copy->trianglenormals[triangle];
+    const Direction normal = GetFacingOfTriangle(copy, triangle);
     // Deliberate: by the scale, although the lift is measured on the screen, where it shrinks so
     // as the view is zoomed in.
     const double lift = surfacelift / double(mainview.scale);
     for (int i = 0; i < 3; i++) {
-        target[0][i] = float(double(target[0][i]) + double(normal[i]) * lift);
+        target[0][i] = float(double(target[0][i]) + double(normal[std::size_t(i)]) * lift);
     }
     ReTransferPoints(&mainview, target, 1);
-    ChangeCamera(normal, nullptr, target[0], mainview.scale);
+    ChangeCamera(normal.data(), nullptr, target[0], mainview.scale);
 }
 
 void FitShapes(const int* indices, int count)

@@ -70,6 +70,25 @@ TEST_F(JumpingToASurface, TurnsATiltedSurfaceToTheViewer)
     EXPECT_NEAR(mainview.center[1], 0.01, 1e-6);
 }
 
+// The perspective narrows what is far away: the square's picture is that of a face turned farther.
+TEST_F(JumpingToASurface, TurnsASurfaceSeenInPerspectiveToTheViewer)
+{
+    mainview.perspective = fadedone;
+    const Vector normal = {std::sin(70 * degree), 0, std::cos(70 * degree)};
+    const float x = 0.2F * float(normal[2]);
+    const float z = 0.2F * float(normal[0]);
+    AddToView(MakeFlatShape({{0.25F - x, -0.1F, z},
+                             {0.25F + x, -0.1F, -z},
+                             {0.25F + x, 0.3F, -z},
+                             {0.25F - x, 0.3F, z}}));
+    JumpToSide(0, 0.25F, 0.1F); // its middle, at depth 0, where the perspective moves nothing
+    PlayFlight();
+    const Vector seen = Apply(ToColumns(mainview.rotation), normal);
+    EXPECT_NEAR(seen[0], 0, 1e-5);
+    EXPECT_NEAR(seen[1], 0, 1e-5);
+    EXPECT_NEAR(seen[2], 1, 1e-5);
+}
+
 TEST_F(JumpingToASurface, FindsTheShapeOfTheRecordByItsPlace)
 {
     AddToView(MakeSmallSquare());
