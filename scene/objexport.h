@@ -12,7 +12,7 @@ namespace korvane
 void SaveObj();
 
 // Writes the mesh of the shapes with the given indices from their projected rounded copies: x
-// right, y away from the viewer, z up, ten times as large as on the screen. Numbers carry points.
+// right, y towards the viewer, z down, ten times as large as on the screen. Numbers carry points.
 void WriteObj(FILE* file, const int* indices, int count);
 
 } // namespace korvane
