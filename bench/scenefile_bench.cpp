@@ -10,6 +10,7 @@
 #include "scene/model.h"
 #include "scene/scenereader.h"
 #include "scene/scenewriter.h"
+#include "scene/textbuffer.h"
 #include "scene/tokenizer.h"
 #include "scene/treeview.h"
 
@@ -54,7 +55,7 @@ static std::string ReadBytes(const File& file)
 
 static void WriteOneShape(FILE* file, const Shape& shape)
 {
-    SceneText text(file);
+    TextBuffer text(file);
     WriteHeader(text, 1);
     WriteShapeBlock(text, "/shape", shape);
     FlushText(text);
@@ -231,7 +232,7 @@ static void WriteWithStdio(::benchmark::State& state, ShapeMaker make)
 static void WriteManyShapes(FILE* file, int number)
 {
     const OwnedShape shape = MakeTriangleTorus(18);
-    SceneText text(file);
+    TextBuffer text(file);
     WriteHeader(text, number);
     for (int i = 0; i < 10; i++) {
         WriteFolderLine(text, std::to_string(i), 1);

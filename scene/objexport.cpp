@@ -3,11 +3,11 @@
 #include "scene/arrays.h"
 #include "scene/filereplacement.h"
 #include "scene/model.h"
+#include "scene/textbuffer.h"
 #include "scene/treeview.h"
 #include "ui/dialogs.h"
 #include "view/mainview.h"
 
-#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -18,36 +18,16 @@ static constexpr std::size_t longestline =
     160;                                 // "v " and three floats of 39 digits and six decimals
 static constexpr double objscale = 10.0; // of the mesh against the screen
 
-// Lines that wait to be written in one piece.
-struct ObjText {
-    explicit ObjText(FILE* target) : file(target)
-    {
-    }
-
-    FILE* file; // borrowed
-    std::size_t used = 0;
-    std::array<char, 65536> buffer;
-};
-
-static void Flush(ObjText& text)
-{
-    std::fwrite(text.buffer.data(), 1, text.used, text.file);
-    text.used = 0;
-}
-
 // Where the next line goes; there is room for it.
-static char* BeginLine(ObjText& text)
+static char* BeginLine(TextBuffer& text)
 {
-    if (text.used + longestline > text.buffer.size()) {
-        Flush(text);
-    }
-    return text.buffer.data() + text.used;
+    return MakeRoom(text, longestline);
 }
 
-static void EndLine(ObjText& text, char* end)
+static void EndLine(TextBuffer& text, char* end)
 {
     *end++ = '\n';
-    text.used = std::size_t(end - text.buffer.data());
+    TakeText(text, end);
 }
 
 // The digits of "%f".
@@ -57,7 +37,7 @@ static char* WriteCoordinate(char* out, double value)
     return std::to_chars(out, out + longestline, value, std::chars_format::fixed, 6).ptr;
 }
 
-static void WriteVertices(ObjText& text, const Shape* shape)
+static void WriteVertices(TextBuffer& text, const Shape* shape)
 {
     for (int i = 0; i < shape->pointnumber; i++) {
         const float* p = shape->points[i];
@@ -71,7 +51,7 @@ static void WriteVertices(ObjText& text, const Shape* shape)
 }
 
 // `base` is the number of the shape's first vertex in the file.
-static void WriteFaces(ObjText& text, const Shape* shape, int base)
+static void WriteFaces(TextBuffer& text, const Shape* shape, int base)
 {
     for (int i = 0; i < shape->trianglenumber; i++) {
         char* out = BeginLine(text);
@@ -84,7 +64,7 @@ static void WriteFaces(ObjText& text, const Shape* shape, int base)
     }
 }
 
-static void WriteLine(ObjText& text, std::string_view line)
+static void WriteLine(TextBuffer& text, std::string_view line)
 {
     char* out = BeginLine(text);
     EndLine(text, out + line.copy(out, line.size()));
@@ -92,7 +72,7 @@ static void WriteLine(ObjText& text, std::string_view line)
 
 void WriteObj(FILE* file, const int* indices, int count)
 {
-    ObjText text(file);
+    TextBuffer text(file);
     WriteLine(text, "#Created by Korvane v1.0");
     WriteLine(text, "mtllib untitled.mtl");
     for (int i = 0; i < count; i++) {
@@ -105,7 +85,7 @@ void WriteObj(FILE* file, const int* indices, int count)
         WriteFaces(text, round1t[indices[i]], base);
         base += round1t[indices[i]]->pointnumber;
     }
-    Flush(text);
+    FlushText(text);
 }
 
 // Shapes outside the view are projected too while an export renders.

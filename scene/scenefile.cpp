@@ -5,6 +5,7 @@
 #include "scene/model.h"
 #include "scene/scenereader.h"
 #include "scene/scenewriter.h"
+#include "scene/textbuffer.h"
 #include "scene/tokenizer.h"
 #include "scene/treeview.h"
 #include "scene/undo.h"
@@ -131,7 +132,7 @@ int OpenMrt(const char* path)
     return 0;
 }
 
-static void WriteFolders(SceneText& text, int node, int depth)
+static void WriteFolders(TextBuffer& text, int node, int depth)
 {
     const TreeIter& folder = treeiters[node];
     for (int i = 0; i < folder.childnumber; i++) {
@@ -144,7 +145,7 @@ static void WriteFolders(SceneText& text, int node, int depth)
 }
 
 // `path` is that of the node.
-static void WriteShapes(SceneText& text, int node, const std::string& path)
+static void WriteShapes(TextBuffer& text, int node, const std::string& path)
 {
     const TreeIter& folder = treeiters[node];
     for (int i = 0; i < folder.childnumber; i++) {
@@ -171,21 +172,21 @@ static std::string GetPathForFile(int node)
 
 void FolderSave(FILE* file, int node, int depth)
 {
-    SceneText text(file);
+    TextBuffer text(file);
     WriteFolders(text, node, depth);
     FlushText(text);
 }
 
 void ShapeSave(FILE* file, int node)
 {
-    SceneText text(file);
+    TextBuffer text(file);
     WriteShapes(text, node, GetPathForFile(node));
     FlushText(text);
 }
 
 static void WriteScene(FILE* file)
 {
-    SceneText text(file);
+    TextBuffer text(file);
     WriteHeader(text, shapenumber);
     FlushText(text);
     FolderSave(file, 0, 1);

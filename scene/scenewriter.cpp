@@ -2,53 +2,29 @@
 
 #include "scene/model.h"
 #include "scene/numbers.h"
+#include "scene/textbuffer.h"
 #include "scene/tokenizer.h"
-
-#include <cstring>
 
 namespace korvane
 {
 
-void FlushText(SceneText& text)
-{
-    std::fwrite(text.buffer.data(), 1, text.used, text.file);
-    text.used = 0;
-}
-
-static void Append(SceneText& text, std::string_view part)
-{
-    if (part.size() > text.buffer.size() - text.used) {
-        FlushText(text);
-    }
-    if (part.size() > text.buffer.size()) {
-        std::fwrite(part.data(), 1, part.size(), text.file);
-        return;
-    }
-    std::memcpy(text.buffer.data() + text.used, part.data(), part.size());
-    text.used += part.size();
-}
-
 // A number by one of the writers of numbers.h, and the text after it.
 template <class Number, class Writer>
-static void AppendNumber(SceneText& text, Writer write, Number value, std::string_view after)
+static void AppendNumber(TextBuffer& text, Writer write, Number value, std::string_view after)
 {
-    if (text.buffer.size() - text.used < std::size_t(numbersize)) {
-        FlushText(text);
-    }
-    const char* end = write(text.buffer.data() + text.used, value);
-    text.used = std::size_t(end - text.buffer.data());
-    Append(text, after);
+    TakeText(text, write(MakeRoom(text, numbersize), value));
+    AppendText(text, after);
 }
 
-static void AppendInteger(SceneText& text, int value, std::string_view after)
+static void AppendInteger(TextBuffer& text, int value, std::string_view after)
 {
     AppendNumber(text, WriteInteger, value, after);
 }
 
-static void AppendLabeled(SceneText& text, std::string_view label, int value,
+static void AppendLabeled(TextBuffer& text, std::string_view label, int value,
                           std::string_view after)
 {
-    Append(text, label);
+    AppendText(text, label);
     AppendInteger(text, value, after);
 }
 
@@ -59,25 +35,25 @@ static constexpr std::string_view partline =
 static constexpr std::string_view sideline =
     "#- - - - - - - - - - - - - - - - - - - - - - - - - - - - - - - - - - - \n";
 
-void WriteHeader(SceneText& text, int shapecount)
+void WriteHeader(TextBuffer& text, int shapecount)
 {
-    Append(text, "Korvane v1.0\n\n#Created by Mirtal v1.0\n\n");
-    Append(text, blockline);
+    AppendText(text, "Korvane v1.0\n\n#Created by Mirtal v1.0\n\n");
+    AppendText(text, blockline);
     AppendLabeled(text, "ShapeNumber: ", shapecount, "\n\nFolders:\n\n");
 }
 
-void WriteFolderLine(SceneText& text, std::string_view name, int depth)
+void WriteFolderLine(TextBuffer& text, std::string_view name, int depth)
 {
     for (int i = 0; i < depth; i++) {
-        Append(text, "/");
+        AppendText(text, "/");
     }
-    Append(text, name);
-    Append(text, "\n");
+    AppendText(text, name);
+    AppendText(text, "\n");
 }
 
 // Rows of ten. Deliberate: a count that is a multiple of ten leaves an empty row before what
 // follows.
-static void WriteRows(SceneText& text, const int* values, int count)
+static void WriteRows(TextBuffer& text, const int* values, int count)
 {
     constexpr int rowlength = 10;
     for (int i = 0; i < count; i++) {
@@ -86,7 +62,7 @@ static void WriteRows(SceneText& text, const int* values, int count)
     }
 }
 
-static void WritePoints(SceneText& text, const Shape& shape)
+static void WritePoints(TextBuffer& text, const Shape& shape)
 {
     AppendLabeled(text, "PointNumber: ", shape.pointnumber, "\nPoints:\n");
     for (int i = 0; i < shape.pointnumber; i++) {
@@ -95,21 +71,21 @@ static void WritePoints(SceneText& text, const Shape& shape)
         AppendNumber(text, WriteReal, shape.points[i][2], "\t#");
         AppendInteger(text, i, ".\n");
     }
-    Append(text, partline);
+    AppendText(text, partline);
 }
 
-static void WriteVertexes(SceneText& text, const Shape& shape)
+static void WriteVertexes(TextBuffer& text, const Shape& shape)
 {
     if (shape.vertexnumber == 0) {
         return;
     }
     AppendLabeled(text, "VertexNumber: ", shape.vertexnumber, "\nVertexes:\n");
     WriteRows(text, shape.vertexes, shape.vertexnumber);
-    Append(text, "\n");
-    Append(text, partline);
+    AppendText(text, "\n");
+    AppendText(text, partline);
 }
 
-static void WriteTriangles(SceneText& text, const Shape& shape)
+static void WriteTriangles(TextBuffer& text, const Shape& shape)
 {
     AppendLabeled(text, "TriangleNumber: ", shape.trianglenumber, "\nTriangles:\n");
     for (int i = 0; i < shape.trianglenumber; i++) {
@@ -119,7 +95,7 @@ static void WriteTriangles(SceneText& text, const Shape& shape)
         AppendInteger(text, points[2], "\t#");
         AppendInteger(text, i, ".\n");
     }
-    Append(text, partline);
+    AppendText(text, partline);
 }
 
 // Deliberate: a visibility with other bits has no word, and the line is not ended.
@@ -140,7 +116,7 @@ static std::string_view GetVisibilityWord(int visibility)
 }
 
 // Four components of a light or shadow colour in one line.
-static void WriteColorLine(SceneText& text, const float* color)
+static void WriteColorLine(TextBuffer& text, const float* color)
 {
     AppendNumber(text, WriteColor, color[0], " ");
     AppendNumber(text, WriteColor, color[1], " ");
@@ -148,9 +124,9 @@ static void WriteColorLine(SceneText& text, const float* color)
     AppendNumber(text, WriteColor, color[3], "\n");
 }
 
-static void WriteColors(SceneText& text, const float* colors)
+static void WriteColors(TextBuffer& text, const float* colors)
 {
-    Append(text, "Colors:\n");
+    AppendText(text, "Colors:\n");
     WriteColorLine(text, colors + FRONT_LIGHT);
     WriteColorLine(text, colors + FRONT_SHADOW);
     AppendNumber(text, WriteColor, colors[FRONT_ACUITY], "\n");
@@ -159,24 +135,24 @@ static void WriteColors(SceneText& text, const float* colors)
     AppendNumber(text, WriteColor, colors[BACK_ACUITY], "\n");
 }
 
-static void WriteSide(SceneText& text, const Side& side)
+static void WriteSide(TextBuffer& text, const Side& side)
 {
-    Append(text, sideline);
+    AppendText(text, sideline);
     AppendLabeled(text, "PointNumber: ", side.pointnumber, "\nPoints:\n");
     WriteRows(text, side.points, side.pointnumber);
     AppendLabeled(text, "\n\nTriangleNumber: ", side.trianglenumber, "\nTriangles:\n");
     WriteRows(text, side.triangles, side.trianglenumber);
-    Append(text, "\n\nVisibility: ");
-    Append(text, GetVisibilityWord(side.visibility));
+    AppendText(text, "\n\nVisibility: ");
+    AppendText(text, GetVisibilityWord(side.visibility));
     WriteColors(text, side.colors);
 }
 
-void WriteShapeBlock(SceneText& text, std::string_view path, const Shape& shape)
+void WriteShapeBlock(TextBuffer& text, std::string_view path, const Shape& shape)
 {
-    Append(text, blockline);
-    Append(text, "Name:\n");
-    Append(text, path);
-    Append(text, "\n\n");
+    AppendText(text, blockline);
+    AppendText(text, "Name:\n");
+    AppendText(text, path);
+    AppendText(text, "\n\n");
     WritePoints(text, shape);
     WriteVertexes(text, shape);
     WriteTriangles(text, shape);

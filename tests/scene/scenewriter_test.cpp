@@ -1,6 +1,7 @@
 #include "scene/scenewriter.h"
 
 #include "scene/model.h"
+#include "scene/textbuffer.h"
 #include "tests/support/shapes.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +19,12 @@ using testing::MakeRawShape;
 using testing::OwnedShape;
 using testing::SetVertexes;
 
-static std::string TextOf(const std::function<void(SceneText&)>& write)
+static std::string TextOf(const std::function<void(TextBuffer&)>& write)
 {
     char* bytes = nullptr;
     std::size_t length = 0;
     FILE* file = open_memstream(&bytes, &length);
-    SceneText text(file);
+    TextBuffer text(file);
     write(text);
     FlushText(text);
     std::fclose(file);
@@ -34,7 +35,7 @@ static std::string TextOf(const std::function<void(SceneText&)>& write)
 
 static std::string BlockOf(const Shape& shape)
 {
-    return TextOf([&](SceneText& text) { WriteShapeBlock(text, "/a/box", shape); });
+    return TextOf([&](TextBuffer& text) { WriteShapeBlock(text, "/a/box", shape); });
 }
 
 // What stands between two pieces of a text, the first included.
@@ -87,14 +88,14 @@ static OwnedShape Polygon(int number)
 
 TEST(WriteHeader, WritesTheFirstLines)
 {
-    const std::string text = TextOf([](SceneText& t) { WriteHeader(t, 12); });
+    const std::string text = TextOf([](TextBuffer& t) { WriteHeader(t, 12); });
     EXPECT_EQ(text, "Korvane v1.0\n\n#Created by Mirtal v1.0\n\n" + tildes +
                         "ShapeNumber: 12\n\nFolders:\n\n");
 }
 
 TEST(WriteFolderLine, WritesAsManySlashesAsTheDepth)
 {
-    EXPECT_EQ(TextOf([](SceneText& t) { WriteFolderLine(t, "b", 2); }), "//b\n");
+    EXPECT_EQ(TextOf([](TextBuffer& t) { WriteFolderLine(t, "b", 2); }), "//b\n");
 }
 
 TEST(WriteShapeBlock, WritesEveryLineOfAShape)
