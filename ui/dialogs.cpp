@@ -2,6 +2,7 @@
 
 #include "ui/input.h"
 #include "ui/modaldialog.h"
+#include "view/icons.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
@@ -85,6 +86,15 @@ static void AddFilter(GtkFileChooser* chooser, const FileKind& kind)
     gtk_file_chooser_add_filter(chooser, filter);
 }
 
+// Where the examples are: beside a program that is run from its sources, else where they were
+// installed.
+static std::string GetExamplesFolder()
+{
+    const std::string folder = "examples";
+    const bool ishere = g_file_test(folder.c_str(), G_FILE_TEST_IS_DIR);
+    return ishere ? folder : datafolder + ("/" + folder);
+}
+
 // Starts the chooser beside the remembered file. Without one, the very first open-scene dialog
 // starts in the examples, and every other in the working directory: left alone the chooser shows
 // its recent files, where a typed name belongs to no folder.
@@ -97,7 +107,7 @@ static void SetStartFolder(GtkFileChooser* chooser, int mode)
         g_free(folder);
     } else if (mode == FILE_OPENSCENE && first) {
         first = false;
-        gtk_file_chooser_set_current_folder(chooser, "examples");
+        gtk_file_chooser_set_current_folder(chooser, GetExamplesFolder().c_str());
     } else {
         gtk_file_chooser_set_current_folder(chooser, ".");
     }

@@ -7,6 +7,8 @@
 namespace korvane
 {
 
+const char* datafolder = KORVANE_DATADIR;
+
 char* GetIconPath(const char* name)
 {
     char* path = g_build_filename("icons", name, nullptr);
@@ -14,7 +16,7 @@ char* GetIconPath(const char* name)
         return path;
     }
     g_free(path);
-    return g_build_filename(KORVANE_DATADIR, "icons", name, nullptr);
+    return g_build_filename(datafolder, "icons", name, nullptr);
 }
 
 GdkPixbuf* GetIconPixbuf(const char* name)

@@ -8,6 +8,9 @@ typedef struct _GdkPixbuf GdkPixbuf;
 namespace korvane
 {
 
+// Where the icons and the examples are installed. Written by nobody but tests.
+extern const char* datafolder;
+
 // The full path of a file under "icons". The caller frees it (g_free).
 char* GetIconPath(const char* name);
 
