@@ -16,6 +16,12 @@ float (*centerpoints)[3] = nullptr;
 float (*rcenterpoints)[3] = nullptr;
 int centernumber = 0;
 
+bool IsDuplicateSideThere()
+{
+    return duplicateshape >= 0 && duplicateshape < shapenumber && duplicateside >= 0 &&
+           duplicateside < shapes[duplicateshape]->sidenumber;
+}
+
 static Places GetNewPoints()
 {
     Places path;

@@ -5,11 +5,14 @@ namespace korvane
 {
 
 extern char duplicatesign;        // 1 while the duplicate tool is on
-extern int duplicateshape;        // the shape whose side is swept
+extern int duplicateshape;        // the shape whose side had its menu last, or is swept
 extern int duplicateside;         // that side, an index into the shape's sides
 extern float (*centerpoints)[3];  // owned; centres of the sides to which a bridge may lead, world
 extern float (*rcenterpoints)[3]; // owned; the same in view coordinates
 extern int centernumber;          // length of both
+
+// False when the scene has no such shape or the shape no such side.
+bool IsDuplicateSideThere();
 
 // How many rings the points clicked so far ask for: those that equal the one before add none.
 int CountPathPlaces();

@@ -120,8 +120,7 @@ void PutDPoints(int shapeindex, int sideindex, int action)
 void Duplicate()
 {
     DelNewPoints();
-    if (duplicateshape < 0 || duplicateshape >= shapenumber || duplicateside < 0 ||
-        duplicateside >= shapes[duplicateshape]->sidenumber) {
+    if (!IsDuplicateSideThere()) {
         return;
     }
     duplicatesign = 1;

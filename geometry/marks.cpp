@@ -1,5 +1,6 @@
 #include "geometry/marks.h"
 
+#include "geometry/duplication.h"
 #include "geometry/editing.h"
 #include "geometry/finishedit.h"
 #include "geometry/surgery.h"
@@ -55,15 +56,15 @@ void SetEdge(GtkWidget* checkitem)
     }
 }
 
+// The side of the menu, for which the check mark stands. The press may have met another one.
 void SetBorder(GtkWidget* checkitem)
 {
     if (TakeToolSign()) {
         return;
     }
-    const Location place = LocateSide(buttonpresssideactive);
-    if (place.shape >= 0) {
-        const Side& side = shapes[place.shape]->sides[place.index];
-        SetMarks(place.shape, GetCornersOfSide(side), checkitem);
+    if (IsDuplicateSideThere()) {
+        const Side& side = shapes[duplicateshape]->sides[duplicateside];
+        SetMarks(duplicateshape, GetCornersOfSide(side), checkitem);
     }
 }
 

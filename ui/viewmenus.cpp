@@ -64,10 +64,10 @@ static GtkWidget* PreparePointMenu()
     return pointmenu;
 }
 
+// Deliberate: buttonpresssideactive stays what the press recorded, for the tools and the colours.
 static GtkWidget* PrepareSideMenu()
 {
-    buttonpresssideactive = int(activepointer - activesides);
-    const Location place = LocateSide(buttonpresssideactive);
+    const Location place = LocateSide(int(activepointer - activesides));
     duplicateshape = place.shape;
     duplicateside = place.index;
     const Shape* shape = shapes[place.shape];

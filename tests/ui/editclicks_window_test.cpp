@@ -1,5 +1,6 @@
 // Points and stripes edited with the pointer and the context menus.
 #include "geometry/construction.h"
+#include "geometry/duplication.h"
 #include "geometry/marks.h"
 #include "scene/model.h"
 #include "scene/undo.h"
@@ -330,7 +331,8 @@ TEST_F(EditClicks, MarkTheBorderOfASide)
 {
     AddToView(Cube());
     SetCheck(menuborder, false);
-    buttonpresssideactive = 1 + 3; // {3, 7, 6, 2}
+    duplicateshape = 1;
+    duplicateside = 3; // {3, 7, 6, 2}
     Choose(menuborder);
     EXPECT_EQ(GetMarks(*shapes[1]), (Chain{2, 3, 6, 7}));
     Choose(menuborder);
@@ -343,7 +345,8 @@ TEST_F(EditClicks, MakeNormalsAnewForAMark)
     AddToView(Cube());
     const int smooth = shapes[1]->normalnumber;
     SetCheck(menuborder, false);
-    buttonpresssideactive = 1 + 3;
+    duplicateshape = 1;
+    duplicateside = 3;
     Choose(menuborder);
     EXPECT_GT(shapes[1]->normalnumber, smooth); // the sides at a crease share no normals
 }
@@ -352,7 +355,8 @@ TEST_F(EditClicks, IgnoreAnItemThatTheProgramSets)
 {
     buttonpresspointactive = 2;
     buttonpressstripeactive = 0;
-    buttonpresssideactive = 0;
+    duplicateshape = 0;
+    duplicateside = 0;
     for (GtkWidget* item : {menuvertex, menuedge, menuborder}) {
         SetCheck(item, true);
         SetCheck(item, false);
@@ -364,9 +368,14 @@ TEST_F(EditClicks, IgnoreAnItemThatTheProgramSets)
 TEST_F(EditClicks, MarkNothingThatIsGone)
 {
     ForgetPressedElements();
+    duplicateshape = 0;
+    duplicateside = 1; // of one
     for (GtkWidget* item : {menuvertex, menuedge, menuborder}) {
         Choose(item);
     }
+    duplicateshape = 1; // of one
+    duplicateside = 0;
+    Choose(menuborder);
     EXPECT_EQ(shapes[0]->vertexes, nullptr);
     EXPECT_EQ(pindex, 0);
 }

@@ -5,9 +5,13 @@
 #include "geometry/duplication.h"
 #include "scene/model.h"
 #include "scene/undo.h"
-#include "tests/support/shapes.h"
+#include "tests/support/camera.h"
+#include "tests/support/invariants.h"
+#include "tests/support/pointer.h"
 #include "tests/support/widgets.h"
+#include "ui/coloredit.h"
 #include "ui/input.h"
+#include "ui/transform.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
@@ -15,6 +19,8 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace korvane
@@ -157,7 +163,7 @@ TEST_F(ViewMenus, OfASideNameItAndSayWhetherItsBorderIsAnEdge)
 {
     AddTriangleAndCube();
     EXPECT_EQ(ClickRight(&activesides[1]), sidemenu); // the cube's first: all its corners
-    EXPECT_EQ(buttonpresssideactive, 1);
+    EXPECT_EQ(buttonpresssideactive, -1);             // the press's alone
     EXPECT_EQ(duplicateshape, 1);
     EXPECT_EQ(duplicateside, 0);
     EXPECT_TRUE(IsMarked(menuborder));
@@ -210,6 +216,141 @@ TEST_F(ViewMenus, LetTheNewShapeButtonUpInstead)
     EXPECT_EQ(newsign, 0);
     EXPECT_EQ(rdstate, redrawwanted);
     EXPECT_EQ(ClickRight(nullptr), bgmenu);
+}
+
+// A right click whose press and release meet different elements: the square behind, side 0, reaches
+// from (260, 640) to (740, 160) on the screen, the one before it, side 1, from (500, 560) to
+// (660, 240).
+class DriftingClick : public PointerTest
+{
+protected:
+    void SetUp() override
+    {
+        PointerTest::SetUp();
+        AddToView(MakeSquare(-0.3F, 0.3F, 0.3F, 0));
+        AddToView(MakeSquare(0, 0.2F, 0.2F, 0.1F));
+        duplicateshape = -1;
+        duplicateside = -1;
+    }
+
+    void TearDown() override
+    {
+        EXPECT_EQ(FindBrokenRule(), "");
+        ForgetPressedElements();
+    }
+
+    // From one x to another, as high as the middle or some reach of it.
+    static OwnedShape MakeSquare(float left, float right, float reach, float depth)
+    {
+        return MakeFlatShape({{left, -reach, depth},
+                              {right, -reach, depth},
+                              {right, reach, depth},
+                              {left, reach, depth}});
+    }
+
+    // Pops up a menu, which is put away again.
+    void Drift(double fromx, double fromy, double tox, double toy, GtkWidget* menu)
+    {
+        Move(fromx, fromy);
+        Press(right);
+        Move(tox, toy);
+        Release(right);
+        EXPECT_TRUE(HandleEventsUntil([=] { return gtk_widget_get_mapped(menu) != FALSE; }));
+        gtk_menu_shell_cancel(GTK_MENU_SHELL(menu));
+        HandleEvents();
+    }
+
+    static void Choose(GtkWidget* menu, const std::string& label)
+    {
+        for (GtkWidget* item : GetChildren(menu)) {
+            if (GetText(gtk_menu_item_get_label(GTK_MENU_ITEM(item))) == label) {
+                gtk_menu_item_activate(GTK_MENU_ITEM(item));
+                return;
+            }
+        }
+        ADD_FAILURE() << "no item " << label;
+    }
+
+    // Runs the dialog of an item to see what it works on.
+    static void ExpectWork(GtkWidget* menu, const std::string& label,
+                           const std::function<void()>& look)
+    {
+        SCOPED_TRACE(label);
+        bool opened = false;
+        AnswerDialog([&](GtkDialog* dialog) {
+            opened = true;
+            look();
+            gtk_dialog_response(dialog, GTK_RESPONSE_CANCEL);
+            return true;
+        });
+        Choose(menu, label);
+        EXPECT_TRUE(opened);
+    }
+};
+
+TEST_F(DriftingClick, WorksOnThePressedSideAndMarksTheOneOfTheMenu)
+{
+    mainview.linesfade = 0; // or the edge between them would be pressed
+    Drift(498, 400, 503, 400, sidemenu);
+    const auto looktransform = [] {
+        EXPECT_EQ(srshapenumber, 0);
+        EXPECT_EQ(srsidenumber, 0);
+    };
+    ExpectWork(sidemenu, "Rotate side", looktransform);
+    ExpectWork(sidemenu, "Scale side", looktransform);
+    ExpectWork(sidemenu, "Rotate shape", looktransform);
+    const auto lookcolor = [] { EXPECT_EQ(csides[0], &shapes[0]->sides[0]); };
+    ExpectWork(sidemenu, "Set color of side", lookcolor);
+    ExpectWork(sidemenu, "Set color of shape", lookcolor);
+    EXPECT_EQ(pindex, 0);
+
+    Choose(sidemenu, "Border of side set edge");
+    EXPECT_EQ(shapes[0]->vertexnumber, 0);
+    EXPECT_EQ(shapes[1]->vertexnumber, 4);
+    Choose(sidemenu, "Duplicate side"); // from the middle of the side before
+    ASSERT_EQ(newpointnumber, 1);
+    EXPECT_NEAR(double(newpoints[0][0]), 0.1, 1e-6);
+    EndNewShapeTool();
+}
+
+TEST_F(DriftingClick, MovesThePressedSide)
+{
+    mainview.linesfade = 0;
+    Drift(498, 400, 503, 400, sidemenu);
+    Choose(sidemenu, "Move side");
+    Move(500, 700);
+    Press(left);
+    Move(580, 700); // 0.1 to the right
+    Release(left);
+    EXPECT_NEAR(double(shapes[0]->points[0][0]), -0.2, 1e-6);
+    EXPECT_EQ(shapes[1]->points[0][0], 0);
+}
+
+TEST_F(DriftingClick, OfABackgroundWorksOnNoSide)
+{
+    mainview.linesfade = 0;
+    Drift(258, 400, 263, 400, sidemenu);
+    for (const char* label : {"Set color of side", "Move side", "Rotate side", "Scale side",
+                              "Move shape", "Rotate shape", "Scale shape"}) {
+        Choose(sidemenu, label); // a dialog would run for ever
+        EXPECT_EQ(mainview.action, TOOL_NONE) << label;
+    }
+    EXPECT_EQ(pindex, 0);
+    ExpectWork(sidemenu, "Set color of shape", [] { EXPECT_EQ(csidenumber, 4 * 2); }); // both
+    Choose(sidemenu, "Border of side set edge");
+    EXPECT_EQ(shapes[0]->vertexnumber, 4);
+}
+
+// The pointer comes to the lower left corner of the square before.
+TEST_F(DriftingClick, OfASideWorksOnItThoughThePointHasTheMenu)
+{
+    Drift(490, 570, 494, 566, pointmenu);
+    ExpectWork(pointmenu, "Rotate shape", [] { EXPECT_EQ(srshapenumber, 0); });
+    ExpectWork(pointmenu, "Set color of shape", [] { EXPECT_EQ(csides[0], &shapes[0]->sides[0]); });
+    Choose(pointmenu, "Set vertex");
+    EXPECT_EQ(shapes[0]->vertexnumber, 0);
+    ASSERT_EQ(shapes[1]->vertexnumber, 1);
+    EXPECT_EQ(shapes[1]->vertexes[0], 0);
 }
 
 } // namespace korvane
