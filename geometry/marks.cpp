@@ -17,6 +17,8 @@
 namespace korvane
 {
 
+char toolsign = 0;
+
 static void SetMarks(int shapeindex, const std::vector<int>& points, GtkWidget* checkitem)
 {
     PushShape(shapeindex);

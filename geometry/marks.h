@@ -8,6 +8,8 @@ typedef struct _GtkWidget GtkWidget;
 namespace korvane
 {
 
+extern char toolsign; // 1 while a check item is set by the program, whose handler ignores it
+
 // Handlers of "toggled": the point, the points of the stripe or the corners of the side are marked
 // when the item is now checked, and lose their marks when it is not.
 void SetVertex(GtkWidget* checkitem);

@@ -344,6 +344,8 @@ void ColorSide()
     if (place.shape >= 0) {
         GetColor("Color of side", place.shape, place.index);
     } else {
+        // Deliberate: the command answers for every index that is not "none". One beyond all sides,
+        // which no press leaves, gets the scene's first side.
         GetColor("Color of side", 0, 0);
     }
 }

@@ -39,7 +39,6 @@ int presstime = 0;
 int buttonpresspointactive = -1;
 int buttonpressstripeactive = -1;
 int buttonpresssideactive = -1;
-char toolsign = 0;
 
 static constexpr double dragdistance = 6.0; // pixels from the press at which a click becomes a drag
 static constexpr int dragticks = 32;        // and ticks after it

@@ -33,7 +33,6 @@ extern int presstime;               // runtime at the last press
 extern int buttonpresspointactive;  // what was under the pointer then: an index into activepoints,
 extern int buttonpressstripeactive; // activestripes
 extern int buttonpresssideactive;   // or activesides; -1 for none
-extern char toolsign; // 1 while a check item is set by the program, whose handler ignores it
 
 // Handlers of the drawing area. Motion is passed on, the others are handled.
 int ButtonPress(GtkWidget* widget, GdkEventButton* event);

@@ -89,9 +89,9 @@ static bool FindTransformTarget()
 
 static void RotateByCode(int code, double degrees, int axis)
 {
-    if (code <= 3) {
+    if (code < TURN_SHAPE) {
         SideRotate(srshapenumber, srsidenumber, degrees, axis);
-    } else if (code <= 6) {
+    } else if (code < TURN_SELECTED) {
         ShapeRotate(srshapenumber, degrees, axis);
     } else {
         SelectedRotate(degrees, axis);
@@ -100,9 +100,9 @@ static void RotateByCode(int code, double degrees, int axis)
 
 static void ScaleByCode(int code, double factor, int axis)
 {
-    if (code <= 13) {
+    if (code < STRETCH_SHAPE) {
         SideScale(srshapenumber, srsidenumber, factor, axis);
-    } else if (code <= 17) {
+    } else if (code < STRETCH_SELECTED) {
         ShapeScale(srshapenumber, factor, axis);
     } else {
         SelectedScale(factor, axis);
@@ -113,16 +113,16 @@ int ScaleChangeValue(GtkRange*, int, double value, void* data)
 {
     static double remembered[4] = {}; // applied last: the slider of all axes, then x, y and z
     const int code = GPOINTER_TO_INT(data);
-    if (code == 0) {
+    if (code == FORGET_VALUES) {
         std::fill_n(remembered, 4, 0.0);
         return FALSE;
     }
-    if (code <= 9) {
-        const int axis = (code - 1) % 3;
+    if (code < STRETCH_SIDE) {
+        const int axis = (code - TURN_SIDE) % 3;
         RotateByCode(code, value - remembered[axis + 1], axis);
         remembered[axis + 1] = value;
-    } else if (code <= 21) {
-        const int axis = (code - 10) % 4;
+    } else if (code < CODES_END) {
+        const int axis = (code - STRETCH_SIDE) % 4;
         ScaleByCode(code, std::exp2(value - remembered[axis]), axis);
         remembered[axis] = value;
     }
@@ -228,7 +228,7 @@ static void EndTransform(std::vector<FormerShape>& former, bool keep)
 
 static void RunTransform(Dialog dialog)
 {
-    ScaleChangeValue(nullptr, 0, 0, nullptr);
+    ScaleChangeValue(nullptr, 0, 0, GINT_TO_POINTER(FORGET_VALUES));
     std::vector<FormerShape> former = CopyTargets();
     rdstate |= redrawwanted;
     gtk_widget_show_all(dialog.get());
@@ -243,7 +243,9 @@ static void RotateDialog()
     const char* title = tool == ROTATE_SIDE    ? "Rotate side"
                         : tool == ROTATE_SHAPE ? "Rotate shape"
                                                : "Rotate selected";
-    const int code = tool == ROTATE_SIDE ? 1 : tool == ROTATE_SHAPE ? 4 : 7;
+    const int code = tool == ROTATE_SIDE    ? TURN_SIDE
+                     : tool == ROTATE_SHAPE ? TURN_SHAPE
+                                            : TURN_SELECTED;
     GtkWidget* box;
     Dialog dialog = MakeTransformDialog(title, true, 10, &box);
     AddSlider(box, anglekind, "<b> X axis: </b>", code);
@@ -255,7 +257,9 @@ static void RotateDialog()
 static void ScaleDialog()
 {
     const int tool = mainview.action;
-    const int code = tool == SCALE_SIDE ? 10 : tool == SCALE_SHAPE ? 14 : 18;
+    const int code = tool == SCALE_SIDE    ? STRETCH_SIDE
+                     : tool == SCALE_SHAPE ? STRETCH_SHAPE
+                                           : STRETCH_SELECTED;
     GtkWidget* box;
     // Deliberate: the title names the selection for a side and for a shape too.
     Dialog dialog = MakeTransformDialog("Scale selected", false, 0, &box);

@@ -33,10 +33,22 @@ extern int srsidenumber;  // and its side
 // other answer restores the shapes. A tool that finds no target is put away at once.
 void ActionType(GtkWidget* item, void* tool);
 
+// What a slider does: the first of three codes that turn about x, y and z, or of four that scale
+// along all axes, x, y and z.
+enum SliderCode {
+    FORGET_VALUES = 0,
+    TURN_SIDE = 1,
+    TURN_SHAPE = 4,
+    TURN_SELECTED = 7,
+    STRETCH_SIDE = 10,
+    STRETCH_SHAPE = 14,
+    STRETCH_SELECTED = 18,
+    CODES_END = 22 // this one and those above do nothing
+};
+
 // Handler of a slider's "change-value": applies what the value differs from the one that was
-// applied last. The user data is a code: 1 to 3 turn the side about x, y and z, 4 to 6 the shape, 7
-// to 9 the selection; 10 to 13 scale the side along all axes, x, y and z, 14 to 17 the shape, 18 to
-// 21 the selection; 0 forgets the values applied. Always false: the slider moves.
+// applied last. The user data is a SliderCode, or one of those that follow it. Always false: the
+// slider moves.
 int ScaleChangeValue(GtkRange* range, int scroll, double value, void* code);
 
 } // namespace korvane

@@ -2,6 +2,7 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
+#include "geometry/marks.h"
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "ui/input.h"

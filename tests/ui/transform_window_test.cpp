@@ -129,13 +129,13 @@ protected:
     }
 };
 
-struct Look {
+struct DialogLook {
     int tool;
     const char* title;
     int code; // of the first slider
 };
 
-static void ExpectPlainDialog(GtkDialog* dialog, const Look& look)
+static void ExpectPlainDialog(GtkDialog* dialog, const DialogLook& look)
 {
     GtkWindow* window = GTK_WINDOW(dialog);
     EXPECT_STREQ(gtk_window_get_title(window), look.title);
@@ -190,10 +190,10 @@ static void ExpectRow(GtkWidget* row, const char* markup)
 TEST_F(TransformDialogs, OfferThreeAnglesToTurnBy)
 {
     buttonpresssideactive = 8;
-    const Look looks[] = {{ROTATE_SIDE, "Rotate side", 1},
-                          {ROTATE_SHAPE, "Rotate shape", 4},
-                          {ROTATE_SELECTED, "Rotate selected", 7}};
-    for (const Look& look : looks) {
+    const DialogLook looks[] = {{ROTATE_SIDE, "Rotate side", 1},
+                                {ROTATE_SHAPE, "Rotate shape", 4},
+                                {ROTATE_SELECTED, "Rotate selected", 7}};
+    for (const DialogLook& look : looks) {
         SCOPED_TRACE(look.title);
         Open(look.tool, GTK_RESPONSE_CANCEL, [&](GtkDialog* dialog) {
             ExpectPlainDialog(dialog, look);
@@ -217,10 +217,10 @@ TEST_F(TransformDialogs, OfferThreeAnglesToTurnBy)
 TEST_F(TransformDialogs, OfferFourExponentsToScaleBy)
 {
     buttonpresssideactive = 8;
-    const Look looks[] = {{SCALE_SIDE, "Scale selected", 10},
-                          {SCALE_SHAPE, "Scale selected", 14},
-                          {SCALE_SELECTED, "Scale selected", 18}};
-    for (const Look& look : looks) {
+    const DialogLook looks[] = {{SCALE_SIDE, "Scale selected", 10},
+                                {SCALE_SHAPE, "Scale selected", 14},
+                                {SCALE_SELECTED, "Scale selected", 18}};
+    for (const DialogLook& look : looks) {
         SCOPED_TRACE(look.tool);
         Open(look.tool, GTK_RESPONSE_CANCEL, [&](GtkDialog* dialog) {
             ExpectPlainDialog(dialog, look);

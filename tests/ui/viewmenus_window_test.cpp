@@ -3,6 +3,7 @@
 #include "geometry/construction.h"
 #include "geometry/creation.h"
 #include "geometry/duplication.h"
+#include "geometry/marks.h"
 #include "scene/model.h"
 #include "scene/undo.h"
 #include "tests/support/camera.h"

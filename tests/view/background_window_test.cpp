@@ -159,7 +159,7 @@ TEST_F(BackgroundCube, ShowsMoreOfItsWallsInAWideView)
     EXPECT_EQ(picture.AtView(0, 0.485), ywall);
 }
 
-struct Look {
+struct TurnedView {
     Vector axis;
     double angle;
     int hidden; // the wall behind the viewer
@@ -168,7 +168,7 @@ struct Look {
 
 TEST_F(BackgroundCube, HasAColorForEveryPairOfWalls)
 {
-    const Look looks[] = {
+    const TurnedView views[] = {
         {{0, 1, 0}, 180, 0, zwall, ywall, xwall}, // z- comes to the viewer
         {{1, 0, 0}, 90, 3, ywall, zwall, xwall},  // y+ comes to the viewer
         {{1, 0, 0}, -90, 2, ywall, zwall, xwall},
@@ -176,14 +176,14 @@ TEST_F(BackgroundCube, HasAColorForEveryPairOfWalls)
         {{0, 1, 0}, 90, 4, xwall, ywall, zwall},
         {{0, 0, 1}, 90, 1, zwall, xwall, ywall},
     };
-    for (const Look& look : looks) {
-        SetRotation(MakeTurn(look.axis, look.angle * degree));
+    for (const TurnedView& view : views) {
+        SetRotation(MakeTurn(view.axis, view.angle * degree));
         const Picture picture = Draw();
-        EXPECT_EQ(picture.AtView(0, 0), look.middle) << look.hidden;
-        EXPECT_EQ(picture.AtView(0, 0.485), look.above) << look.hidden;
-        EXPECT_EQ(picture.AtView(0.485, 0), look.right) << look.hidden;
+        EXPECT_EQ(picture.AtView(0, 0), view.middle) << view.hidden;
+        EXPECT_EQ(picture.AtView(0, 0.485), view.above) << view.hidden;
+        EXPECT_EQ(picture.AtView(0.485, 0), view.right) << view.hidden;
         std::set<int> shown = {0, 1, 2, 3, 4, 5};
-        shown.erase(look.hidden);
+        shown.erase(view.hidden);
         EXPECT_EQ(GetActiveFaces(), std::vector<int>(shown.begin(), shown.end()));
     }
 }
