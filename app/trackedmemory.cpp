@@ -56,6 +56,7 @@ static int FindEntry(const void* block)
     return -1;
 }
 
+// Deliberate: "Baj van", trouble, and "Össz", the sum, are the system's own words.
 void* realloc2(void* block, int size)
 {
     const int entry = FindEntry(block);

@@ -73,6 +73,7 @@ static void WriteLine(TextBuffer& text, std::string_view line)
 void WriteObj(FILE* file, const int* indices, int count)
 {
     TextBuffer text(file);
+    // Deliberate: not the version of the program, but the line by which its meshes are known.
     WriteLine(text, "#Created by Korvane v1.0");
     WriteLine(text, "mtllib untitled.mtl");
     for (int i = 0; i < count; i++) {

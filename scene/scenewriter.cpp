@@ -37,6 +37,8 @@ static constexpr std::string_view sideline =
 
 void WriteHeader(TextBuffer& text, int shapecount)
 {
+    // Deliberate: the comment has the program's historical name. All files carry it, and a scene
+    // that is saved unchanged stays the same to the byte.
     AppendText(text, "Korvane v1.0\n\n#Created by Mirtal v1.0\n\n");
     AppendText(text, blockline);
     AppendLabeled(text, "ShapeNumber: ", shapecount, "\n\nFolders:\n\n");

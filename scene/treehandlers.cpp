@@ -178,6 +178,8 @@ void TreeRowHasChild(GtkTreeModel* model, GtkTreePath* path, GtkTreeIter* iter)
     }
 }
 
+// Deliberate: the texts of this line and of SetAllIter's are the system's own; whoever sees one in
+// a terminal finds it here.
 static void CompareNames(const TreeIter& node)
 {
     char* name = nullptr;

@@ -41,6 +41,7 @@ static GtkWidget* MakeWindow()
     gtk_widget_set_size_request(window, 640, 480);
     gtk_window_set_default_size(GTK_WINDOW(window), 900, 600);
     gtk_container_set_border_width(GTK_CONTAINER(window), 2);
+    // Deliberate: the program's historical name, under which its users' window lists know it.
     gtk_window_set_title(GTK_WINDOW(window), "Vintra");
     return window;
 }
