@@ -156,18 +156,28 @@ static Block<char[]> CopyWithExtension(const char* name, const char* extension)
 }
 
 // The name that the user chose; null without one.
+static Block<char[]> GetChosenName(GtkFileChooser* chooser, int response)
+{
+    return Block<char[]>(response == GTK_RESPONSE_OK ? gtk_file_chooser_get_filename(chooser)
+                                                     : nullptr);
+}
+
+// Asks until there is an answer that is no folder: a folder is entered, as the toolkit's own file
+// dialogs do, for opening and saving alike.
 static Block<char[]> RunChooser(const Dialog& dialog, GtkFileChooser* chooser)
 {
-    const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
-    if (response == GTK_RESPONSE_NONE) { // the main window has taken dialog and chooser along
-        return nullptr;
+    for (;;) {
+        const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
+        if (response == GTK_RESPONSE_NONE) { // the main window has taken dialog and chooser along
+            return nullptr;
+        }
+        Block<char[]> chosen = GetChosenName(chooser, response);
+        if (chosen == nullptr || !g_file_test(chosen.get(), G_FILE_TEST_IS_DIR)) {
+            StopReading(chooser);
+            return chosen;
+        }
+        gtk_file_chooser_set_current_folder(chooser, chosen.get());
     }
-    Block<char[]> chosen;
-    if (response == GTK_RESPONSE_OK) {
-        chosen.reset(gtk_file_chooser_get_filename(chooser));
-    }
-    StopReading(chooser);
-    return chosen;
 }
 
 static Block<char[]> AskForFile(int mode)

@@ -236,6 +236,36 @@ TEST_F(FileDialogs, AcceptAFileThatIsActivated)
     EXPECT_EQ(GetText(name.get()), folder + "/other/model.obj");
 }
 
+// Types a folder's path and accepts; once the dialog shows that folder, types a file's.
+static std::string ChooseByWayOf(int mode, const std::string& way, const std::string& path)
+{
+    AnswerDialog([way, path, first = Typist(way), second = Typist(path),
+                  entered = false](GtkDialog* dialog) mutable {
+        if (!entered && first.Type(dialog)) {
+            Press(dialog, GTK_RESPONSE_OK);
+            entered = true;
+        }
+        if (!entered || GetFolder(dialog) != way || !second.Type(dialog)) {
+            return false;
+        }
+        Press(dialog, GTK_RESPONSE_OK);
+        return true;
+    });
+    const Block<char[]> name = FileDialog(mode);
+    return GetText(name.get());
+}
+
+TEST_F(FileDialogs, EnterAFolderThatIsAccepted)
+{
+    const std::string other = folder + "/other";
+    for (const int mode : {FILE_OPENIMAGE, FILE_SAVEIMAGE}) {
+        EXPECT_EQ(ChooseByWayOf(mode, other, other + "/view.png"), other + "/view.png");
+    }
+    fs::create_directory(folder + "/other/house.mrt"); // no file either
+    EXPECT_EQ(ChooseByWayOf(FILE_OPENIMAGE, other + "/house.mrt", folder + "/a.png"),
+              folder + "/a.png");
+}
+
 static gboolean EndLoop(void* loop)
 {
     g_main_loop_quit(static_cast<GMainLoop*>(loop));
