@@ -184,6 +184,7 @@ static Block<char[]> AskForFile(int mode)
 {
     const FileKind& kind = GetFileKind(mode);
     const Dialog dialog = MakeModalDialog(kind.title, kind.acceptbutton);
+    gtk_dialog_set_default_response(GTK_DIALOG(dialog.get()), GTK_RESPONSE_OK); // Enter in the name
     const Block<char[]> chosen = RunChooser(dialog, AddChooser(dialog, mode));
     if (chosen == nullptr) {
         return nullptr;

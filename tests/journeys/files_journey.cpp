@@ -36,7 +36,6 @@ static bool StartWithBodies(Journey& journey, const std::string& scene,
            WaitFor([&] { return ShowsBodies(journey.Look()); });
 }
 
-// In the chooser a typed path is taken by the button; Enter would look for it among the files.
 static bool SaveAs(Journey& journey, const std::string& path)
 {
     journey.Key("ctrl+shift+s");
@@ -45,7 +44,7 @@ static bool SaveAs(Journey& journey, const std::string& path)
     }
     journey.Key("ctrl+a");
     journey.Type(path);
-    journey.Key("alt+s");
+    journey.Key("Return");
     return journey.WaitForFront("Vintra") && WaitFor([&] { return std::filesystem::exists(path); });
 }
 
@@ -149,7 +148,7 @@ TEST(Files, AreOfferedFromTheExamplesFirst)
     ASSERT_TRUE(journey.WaitForFront("Open scene"));
     journey.Key("ctrl+l"); // a name beside the files that are shown
     journey.Type("platonic.mrt");
-    journey.Key("alt+o");
+    journey.Key("Return");
     ASSERT_TRUE(journey.WaitForFront("Vintra"));
     EXPECT_TRUE(WaitFor([&] { return ShowsBodies(journey.Look()); }));
 }

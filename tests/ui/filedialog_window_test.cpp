@@ -236,6 +236,25 @@ TEST_F(FileDialogs, AcceptAFileThatIsActivated)
     EXPECT_EQ(GetText(name.get()), folder + "/other/model.obj");
 }
 
+TEST_F(FileDialogs, AcceptANameByEnter)
+{
+    for (const int mode : {FILE_OPENIMAGE, FILE_SAVEIMAGE}) {
+        Typist typist(folder + "/view.png");
+        AnswerDialog([&](GtkDialog* dialog) {
+            if (!typist.Type(dialog)) {
+                return false;
+            }
+            GtkWindow* window = GTK_WINDOW(dialog);
+            gtk_widget_activate(gtk_window_get_focus(window)); // the name's entry
+            if (gtk_window_get_default_widget(window) == nullptr) {
+                Press(dialog, GTK_RESPONSE_CANCEL); // nothing else would
+            }
+            return true;
+        });
+        EXPECT_EQ(GetText(FileDialog(mode).get()), folder + "/view.png");
+    }
+}
+
 // Types a folder's path and accepts; once the dialog shows that folder, types a file's.
 static std::string ChooseByWayOf(int mode, const std::string& way, const std::string& path)
 {
