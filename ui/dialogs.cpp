@@ -222,6 +222,10 @@ static gboolean EntrySignalFromGetName(GtkWidget*, GdkEventKey* event, GtkDialog
     return TRUE;
 }
 
+// A shape's path is one token of a scene file, whose reader keeps 2047 characters of it. Of names
+// as long as this, those of six nested folders and of the shape fit.
+static constexpr int longestname = 255;
+
 static GtkEntry* AddNameEntry(const Dialog& dialog, const char* prompt, const char* text)
 {
     GtkWidget* labels = gtk_hbox_new(TRUE, 0);
@@ -229,6 +233,7 @@ static GtkEntry* AddNameEntry(const Dialog& dialog, const char* prompt, const ch
     gtk_container_add(GTK_CONTAINER(labels), gtk_label_new(" "));
 
     GtkWidget* entry = gtk_entry_new();
+    gtk_entry_set_max_length(GTK_ENTRY(entry), longestname);
     gtk_entry_set_text(GTK_ENTRY(entry), text);
     gtk_editable_select_region(GTK_EDITABLE(entry), 0, -1);
     g_signal_connect(entry, "key-press-event", G_CALLBACK(SeeKeyPressInEntry), nullptr);

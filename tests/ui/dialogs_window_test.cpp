@@ -170,6 +170,12 @@ TEST(GetName, HandsOverWhatWasTyped)
     EXPECT_EQ(GetNameGiven("south tower / 2"), "south tower / 2");
 }
 
+TEST(GetName, TakesNoMoreThan255Characters)
+{
+    ShowMainWindow();
+    EXPECT_EQ(GetNameGiven(std::string(256, 'a')), std::string(255, 'a'));
+}
+
 TEST(GetName, IsNullWhenCancelledOrEmpty)
 {
     ShowMainWindow();
