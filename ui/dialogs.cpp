@@ -201,7 +201,7 @@ Block<char[]> FileDialog(int mode)
         return CopyText(scene.get());
     }
     Block<char[]> name = AskForFile(mode);
-    mstate = 0; // the release of a button pressed before the dialog came is lost
+    mstate = POINTER_IDLE; // the release of a button pressed before the dialog came is lost
     return name;
 }
 
@@ -275,16 +275,16 @@ Block<char[]> GetName(const char* title, const char* prompt, const char* text)
 
 void PrintStatusBar(const char* text)
 {
-    static bool c = true; // no message has been shown yet
+    static bool empty = true; // no message has been shown yet
     static guint id = 0;
     if (statusbar == nullptr) { // before the window there is nobody to tell
         return;
     }
     GtkStatusbar* bar = GTK_STATUSBAR(statusbar);
-    if (c) {
+    if (empty) {
         id = gtk_statusbar_get_context_id(bar, "Statusbar");
         gtk_statusbar_push(bar, id, " ");
-        c = false;
+        empty = false;
     }
     gtk_statusbar_pop(bar, id);
     gtk_statusbar_push(bar, id, text);
