@@ -348,11 +348,29 @@ static void TrySide(ActiveElement*& candidate, ActiveElement* record, Side* side
     }
 }
 
+// How far from its centre a projected shape shows. The perspective widens what is nearer than the
+// centre and moves it outwards, so that its radius does not reach all that is seen.
+static double GetReach(const Shape* shape)
+{
+    const double radius = double(shape->radius);
+    const int8_t level = mainview.perspective;
+    if ((level & fadefull) == 0) {
+        return radius;
+    }
+    const double depth = double(shape->center[2]);
+    const double unwidened = radius / GetPerspectiveFactor(level, depth);
+    // Of points too near to the eye or too far away the factor is 1.
+    const double greatest = std::max(1.0, GetPerspectiveFactor(level, depth + unwidened));
+    const double smallest = std::min(1.0, GetPerspectiveFactor(level, depth - unwidened));
+    const double aside = std::hypot(double(shape->center[0]), double(shape->center[1]));
+    return unwidened * greatest + aside * (greatest / smallest - 1);
+}
+
 static bool IsNearShape(const Shape* shape)
 {
     const double dx = double(mouse[0]) - double(shape->center[0]);
     const double dy = double(mouse[1]) - double(shape->center[1]);
-    return std::hypot(dx, dy) <= double(shape->radius) + pickdistance;
+    return std::hypot(dx, dy) <= GetReach(shape) + pickdistance;
 }
 
 // While space is held during a construction, sides that can be picked otherwise can be picked too.

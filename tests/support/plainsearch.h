@@ -1,5 +1,7 @@
 // The rule of picking told plainly: every element of every shape is tested, in order, and nothing
-// is left out beforehand. Picking has to agree with it everywhere; it is slow on purpose.
+// is left out beforehand but what the rule leaves out. Picking has to agree with it everywhere; it
+// is slow on purpose. It guards what picking leaves out for speed. It does not guard the rule,
+// which it only repeats: what a user can pick has tests of its own.
 #pragma once
 
 #include "geometry/construction.h"
@@ -105,6 +107,15 @@ inline void SearchSidesPlainly(PlainSearch& search, int first, const Shape* shap
     }
 }
 
+// Without perspective a shape is reached in its circle; in perspective it shows beyond that.
+inline bool IsReachedPlainly(const Shape* shape)
+{
+    const double distance = std::hypot(double(mouse[0]) - double(shape->center[0]),
+                                       double(mouse[1]) - double(shape->center[1]));
+    return (mainview.perspective & fadefull) != 0 ||
+           distance <= double(shape->radius) + pickdistance;
+}
+
 // What SearchActive has to find, which this leaves as it is. The records must fit the scene.
 inline PlainSearch SearchPlainly()
 {
@@ -114,9 +125,7 @@ inline PlainSearch SearchPlainly()
     int firstpoint = 0, firststripe = 0, firstside = 0;
     for (int i = 0; i < shapenumber; i++) {
         const Shape* shape = shapest[i];
-        const double distance = std::hypot(double(mouse[0]) - double(shape->center[0]),
-                                           double(mouse[1]) - double(shape->center[1]));
-        if (showtable[i] != SHOW_NOTHING && distance <= double(shape->radius) + pickdistance) {
+        if (showtable[i] != SHOW_NOTHING && IsReachedPlainly(shape)) {
             if (mainview.linesfade != 0 && (selected[i] & selectedintree) != 0) {
                 SearchPointsPlainly(search, firstpoint, shape);
                 SearchStripesPlainly(search, firststripe, shape);

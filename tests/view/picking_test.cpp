@@ -87,6 +87,43 @@ TEST(SearchActive, LooksOnlyInTheCircleOfAShape)
     EXPECT_EQ(FindAt(0.0825F, 0), nullptr);  // beyond
 }
 
+// The full perspective shows the front corners at 0.35 * 1.5 / (1.5 - 0.35) = 0.4565 from either
+// axis. That is 0.6456 from the middle, and the cube's radius is 0.35 sqrt(3) = 0.6062.
+TEST(SearchActive, ReachesTheNearCornersOfACubeInPerspective)
+{
+    StartPickScene();
+    SetFace(0, -0.5F, -0.5F, 1);
+    AddShape(CubeOfHalfEdge(0.35F).release());
+    mainview.perspective = fadedone;
+    ProjectAndPick();
+    for (const float x : {-0.4565F, 0.4565F}) {
+        for (const float y : {-0.4565F, 0.4565F}) {
+            const ActiveElement* corner = FindAt(x, y);
+            ASSERT_EQ(corner->type, ELEMENT_POINT);
+            EXPECT_EQ(corner->position[2], 0.35F);
+            EXPECT_EQ(FindAt(x, y * 0.95F)->type, ELEMENT_STRIPE); // of the front's upright edges
+            EXPECT_EQ(FindAt(x * 1.05F, y), &activebgcube[0]);
+        }
+    }
+}
+
+// Its near end shows at 1.77 * 1.5 / (1.5 - 0.1) = 1.896, which is 0.296 from its centre. Of that
+// its radius, 0.198, tells 0.228 at its nearest depth; the rest is that it lies far aside.
+TEST(SearchActive, ReachesTheNearEndOfAShapeFarAsideInPerspective)
+{
+    StartPickScene();
+    width = 1600;
+    height = 400;
+    AddShape(MakeFlatShape({{1.43F, -0.02F, -0.1F},
+                            {1.77F, -0.02F, 0.1F},
+                            {1.77F, 0.02F, 0.1F},
+                            {1.43F, 0.02F, -0.1F}})
+                 .release());
+    mainview.perspective = fadedone;
+    ProjectAndPick();
+    EXPECT_EQ(FindAt(1.8964F, 0), StripeOf(0));
+}
+
 TEST(SearchActive, NeedsLinesAndAMarkedShapeForPointsAndStripes)
 {
     StartPickScene();
