@@ -57,6 +57,10 @@ static bool pressmissed = false;   // the drag began on a stripe beside all its 
 static DragStart leftstart = {};   // of LeftDraw
 static DragStart middlestart = {}; // of MiddleDraw
 
+// The buttons whose press the view got and whose release it may still get, as an event's `state`
+// tells them. Menus and dialogs take one without the other.
+static guint heldbuttons = 0;
+
 void ForgetPressedElements()
 {
     buttonpresspointactive = -1;
@@ -98,11 +102,28 @@ static void RecordPressedElement()
     buttonpresssideactive = GetPressedIndex(activesides, ELEMENT_SIDE);
 }
 
+// The bit of a button in an event's `state`; 0 for buttons that do nothing here.
+static guint GetButtonBit(guint button)
+{
+    return button >= LEFT && button <= RIGHT ? guint(GDK_BUTTON1_MASK) << (button - LEFT) : 0;
+}
+
+// What a button has begun is over when it went up over a menu or a dialog.
+static void EndLostPresses(guint state)
+{
+    if ((heldbuttons & ~state) != 0) {
+        heldbuttons &= state;
+        mstate = POINTER_IDLE;
+    }
+}
+
 int ButtonPress(GtkWidget*, GdkEventButton* event)
 {
     if (event->type != GDK_BUTTON_PRESS) { // a double click comes as an extra press of its own type
         return TRUE;
     }
+    EndLostPresses(event->state);
+    heldbuttons |= GetButtonBit(event->button);
     // Since the last motion what was there may have been edited, and the pointer gone on in a menu.
     PointAt(event->x, event->y);
     buttonpressx = float(event->x);
@@ -262,7 +283,10 @@ static void MiddleDraw()
 
 int ButtonRelease(GtkWidget*, GdkEventButton* event)
 {
-    if (mstate == POINTER_IDLE) {
+    const guint button = GetButtonBit(event->button);
+    const bool pressed = (heldbuttons & button) != 0; // else a menu took the press and went with it
+    heldbuttons &= ~button;
+    if (!pressed || mstate == POINTER_IDLE) {
         return TRUE;
     }
     if (event->button == LEFT) {
@@ -351,6 +375,7 @@ int MouseMov(GtkWidget*, GdkEventMotion* event)
 {
     PointAt(event->x, event->y);
     PrintPosition();
+    EndLostPresses(event->state);
     StepPointerState(event);
     return FALSE;
 }

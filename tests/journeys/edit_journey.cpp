@@ -99,6 +99,23 @@ TEST_F(Edit, MarksAnEdgeAsACreaseWithItsMenu)
     EXPECT_EQ(SaveShape()->vertexnumber, 0);
 }
 
+// A press that a menu takes, which has gone when the button goes up: the view gets the release.
+TEST_F(Edit, LeavesTheScenesPointsAloneAtTheReleaseOfAPressInAMenu)
+{
+    Start(BoxScene());
+    Click(0.3, 0.2, 3); // the menu of point 6
+    ASSERT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
+    journey.MoveTo(X(-0.2), Y(0.1));
+    journey.Press(1);
+    journey.Key("Escape");
+    ASSERT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
+    journey.MoveTo(X(-0.2), Y(0));
+    journey.LookWhenStill();
+    journey.Release(1);
+    LookWithoutPointer();
+    ExpectPoint(*SaveShape(), 6, 0.3, 0.2, 0.05);
+}
+
 TEST_F(Edit, TakesALongPressForADragHoweverLittleThePointerMoves)
 {
     Start(BoxScene());

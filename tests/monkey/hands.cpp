@@ -107,11 +107,14 @@ static double ToPixelY(const Place& place)
     return height / 2.0 - double(place[1]) * std::min(width, height);
 }
 
+static unsigned held = 0; // the buttons that are down, as an event's `state` tells them
+
 void MoveTo(const Place& place)
 {
     rdstate = 0; // the frame that the last step asked for has been drawn
     GdkEventMotion event = {};
     event.type = GDK_MOTION_NOTIFY;
+    event.state = held;
     event.x = ToPixelX(place);
     event.y = ToPixelY(place);
     MouseMov(nullptr, &event);
@@ -124,6 +127,7 @@ static GdkEventButton MakeButtonEvent(GdkEventType type, const Place& place, uns
     event.x = ToPixelX(place);
     event.y = ToPixelY(place);
     event.button = button;
+    event.state = held;
     return event;
 }
 
@@ -131,12 +135,14 @@ void Press(const Place& place, unsigned button)
 {
     GdkEventButton event = MakeButtonEvent(GDK_BUTTON_PRESS, place, button);
     ButtonPress(nullptr, &event);
+    held |= GDK_BUTTON1_MASK << (button - 1);
 }
 
 void Release(const Place& place, unsigned button)
 {
     GdkEventButton event = MakeButtonEvent(GDK_BUTTON_RELEASE, place, button);
     ButtonRelease(nullptr, &event);
+    held &= ~(GDK_BUTTON1_MASK << (button - 1));
 }
 
 void Click(const Place& place, unsigned button)

@@ -33,14 +33,21 @@ void PointerTest::SetUp()
     Move(500, 400);
 }
 
+static guint GetBit(int button)
+{
+    return guint(GDK_BUTTON1_MASK) << (button - 1);
+}
+
 void PointerTest::Press(int button, GdkEventType type)
 {
     GdkEventButton event = {};
+    event.state = held; // as before the press
     event.type = type;
     event.button = guint(button);
     event.x = x;
     event.y = y;
     EXPECT_EQ(ButtonPress(nullptr, &event), TRUE);
+    PressElsewhere(button);
 }
 
 void PointerTest::Release(int button)
@@ -48,7 +55,19 @@ void PointerTest::Release(int button)
     GdkEventButton event = {};
     event.type = GDK_BUTTON_RELEASE;
     event.button = guint(button);
+    event.state = held; // as before the release
     EXPECT_EQ(ButtonRelease(nullptr, &event), TRUE);
+    ReleaseElsewhere(button);
+}
+
+void PointerTest::PressElsewhere(int button)
+{
+    held |= GetBit(button);
+}
+
+void PointerTest::ReleaseElsewhere(int button)
+{
+    held &= ~GetBit(button);
 }
 
 void PointerTest::Move(double newx, double newy)
@@ -56,6 +75,7 @@ void PointerTest::Move(double newx, double newy)
     x = newx;
     y = newy;
     GdkEventMotion event = {};
+    event.state = held;
     event.x = x;
     event.y = y;
     EXPECT_EQ(MouseMov(nullptr, &event), FALSE);

@@ -25,11 +25,18 @@ protected:
     void Move(double newx, double newy);
     void Click(int button, double newx, double newy);
 
+    // What a menu or a dialog takes; later events tell that the button is down or up.
+    void PressElsewhere(int button);
+    void ReleaseElsewhere(int button);
+
     static void DrawFrame(); // one frame has been drawn, so that the next drag step may be taken
     static bool IsTurned();  // the camera, since the program began
 
     double x = 0;
     double y = 0;
+
+private:
+    guint held = 0; // the buttons that are down, as an event's `state` tells them
 };
 
 } // namespace korvane::testing

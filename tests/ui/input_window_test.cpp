@@ -204,6 +204,92 @@ TEST_F(Input, DoesNotTurnTheViewWhenAnotherButtonEndsThePressBeforeItIsADrag)
               0);
 }
 
+// A menu over the view is closed by a press that it takes, and goes before the release.
+TEST_F(Input, LeavesAPointAloneWhenItGetsOnlyTheReleaseOfAButton)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Move(500 - 240, 400 + 240); // on the first point
+    Press(right);
+    Move(300, 600);
+    Release(right);
+    ASSERT_EQ(buttonpresspointactive, 0);
+    for (const int button : {left, middle, right}) {
+        PressElsewhere(button);
+        Move(400, 400);
+        Release(button);
+        EXPECT_EQ(mstate, RIGHT_RELEASED);
+    }
+    EXPECT_EQ(shapes[0]->points[0][0], -0.3F);
+    EXPECT_EQ(pindex, 0);
+}
+
+TEST_F(Input, NeitherTurnsTheViewNorEndsAToolByAReleaseAlone)
+{
+    AddProjected(Square());
+    Press(left);
+    Move(580, 400);
+    Release(left);
+    DrawFrame();
+    const MainView turned = mainview;
+    Move(300, 300);
+    PressElsewhere(left);
+    Release(left);
+    EXPECT_EQ(std::memcmp(mainview.freerotation, turned.freerotation, sizeof turned.freerotation),
+              0);
+    buttonpresssideactive = 0;
+    ActionType(nullptr, GINT_TO_POINTER(MOVE_SHAPE));
+    const float before = shapes[0]->points[0][0];
+    PressElsewhere(left);
+    Move(400, 300);
+    Release(left);
+    EXPECT_EQ(mainview.action, MOVE_SHAPE);
+    EXPECT_EQ(shapes[0]->points[0][0], before);
+}
+
+TEST_F(Input, EndsADragWhoseReleaseItDidNotGet)
+{
+    Press(left);
+    Move(580, 400);
+    DrawFrame();
+    const MainView turned = mainview;
+    ReleaseElsewhere(left);
+    Move(300, 300);
+    EXPECT_EQ(mstate, POINTER_IDLE);
+    EXPECT_EQ(std::memcmp(mainview.freerotation, turned.freerotation, sizeof turned.freerotation),
+              0);
+    PressElsewhere(left);
+    Release(left); // of another press than that of the drag
+    EXPECT_EQ(std::memcmp(mainview.freerotation, turned.freerotation, sizeof turned.freerotation),
+              0);
+}
+
+TEST_F(Input, TakesNoLostPressForAClickWhenAnotherButtonIsPressed)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0}, {0.3F, -0.3F, 0}, {0, 0.3F, 0}}));
+    Move(500, 420); // on the side
+    Press(left);
+    ReleaseElsewhere(left);
+    Press(8); // it does nothing itself
+    EXPECT_EQ(mstate, POINTER_IDLE);
+    PressElsewhere(left);
+    Release(left);
+    EXPECT_EQ(camposition, cameraframes); // no flight to the side
+}
+
+// The left button goes on with its drag although the right one was pressed and released.
+TEST_F(Input, KnowsEveryButtonThatIsDown)
+{
+    Press(left);
+    Press(right);
+    Move(580, 400);
+    Release(right);
+    EXPECT_EQ(mstate, RIGHT_RELEASED);
+    EXPECT_FALSE(IsTurned());
+    Release(left);
+    EXPECT_EQ(mstate, LEFT_RELEASED);
+    EXPECT_TRUE(IsTurned());
+}
+
 TEST_F(Input, MovesTheViewByAMiddleDragWithoutWaitingForFrames)
 {
     Press(middle);
