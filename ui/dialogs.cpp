@@ -36,7 +36,9 @@ static int RunMessage(GtkMessageType type, GtkButtonsType buttons, const char* t
 {
     const Dialog dialog = HoldDialog(gtk_message_dialog_new(
         GTK_WINDOW(mainwindow), GTK_DIALOG_DESTROY_WITH_PARENT, type, buttons, "%s", text));
-    return gtk_dialog_run(GTK_DIALOG(dialog.get()));
+    const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
+    mstate = POINTER_IDLE; // the release of a button pressed before the dialog came is lost
+    return response;
 }
 
 void ErrorDialog(const char* text)
@@ -201,7 +203,7 @@ Block<char[]> FileDialog(int mode)
         return CopyText(scene.get());
     }
     Block<char[]> name = AskForFile(mode);
-    mstate = POINTER_IDLE; // the release of a button pressed before the dialog came is lost
+    mstate = POINTER_IDLE; // as after a message
     return name;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/dialogs.h"
 
 #include "tests/support/widgets.h"
+#include "ui/input.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtest/gtest.h>
@@ -111,6 +112,18 @@ TEST(QuestionDialog, OutlivesADialogThatIsTakenAway)
         return true;
     });
     EXPECT_EQ(QuestionDialog("Sure?"), 0);
+}
+
+// The dialog takes the release of the button.
+TEST(ErrorDialog, EndsADrag)
+{
+    ShowMainWindow();
+    for (const PointerState state : {LEFT_DOWN, LEFT_DRAG, MIDDLE_DRAG}) {
+        mstate = state;
+        AnswerDialog(GTK_RESPONSE_CLOSE);
+        ErrorDialog("Can't save the scene!");
+        EXPECT_EQ(mstate, POINTER_IDLE);
+    }
 }
 
 static GtkWidget* GetEntry(GtkDialog* dialog)
