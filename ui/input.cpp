@@ -383,6 +383,7 @@ int MouseMov(GtkWidget*, GdkEventMotion* event)
 int MouseScroll(GtkWidget*, GdkEventScroll* event)
 {
     if (event->direction == GDK_SCROLL_UP || event->direction == GDK_SCROLL_DOWN) {
+        PointAt(event->x, event->y); // no motion need have come before
         ChangeScale(event->direction == GDK_SCROLL_UP);
     }
     rdstate |= redrawwanted;

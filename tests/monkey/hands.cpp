@@ -152,6 +152,17 @@ void Click(const Place& place, unsigned button)
     Release(place, button);
 }
 
+void Scroll(const Place& place, bool up)
+{
+    GdkEventScroll event = {};
+    event.type = GDK_SCROLL;
+    event.x = ToPixelX(place);
+    event.y = ToPixelY(place);
+    event.state = held;
+    event.direction = up ? GDK_SCROLL_UP : GDK_SCROLL_DOWN;
+    MouseScroll(nullptr, &event);
+}
+
 void FinishFlight()
 {
     while (camposition < cameraframes) {

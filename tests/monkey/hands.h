@@ -30,6 +30,7 @@ void MoveTo(const Place& place);
 void Press(const Place& place, unsigned button);
 void Release(const Place& place, unsigned button);
 void Click(const Place& place, unsigned button);
+void Scroll(const Place& place, bool up);
 
 void PressKey(unsigned key);
 void LetGoOfSpace();

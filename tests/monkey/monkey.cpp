@@ -15,7 +15,6 @@
 #include "tests/support/rowdrag.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
-#include "ui/input.h"
 #include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
@@ -146,9 +145,7 @@ static std::string Wheel(Monkey& monkey)
     const Place place = SomePlace(monkey.random);
     MoveTo(place);
     const bool in = mainview.scale < 0.5F || (mainview.scale < 4 && Choose(monkey.random, 2) == 0);
-    GdkEventScroll event = {};
-    event.direction = in ? GDK_SCROLL_UP : GDK_SCROLL_DOWN;
-    MouseScroll(nullptr, &event);
+    Scroll(place, in);
     return Tell(in ? "wheel in" : "wheel out", place);
 }
 

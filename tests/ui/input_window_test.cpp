@@ -22,6 +22,7 @@
 #include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -448,29 +449,52 @@ TEST_F(Input, AsksForAFrameWhenAConstructionFollowsThePointer)
     EXPECT_EQ(rdstate, redrawwanted);
 }
 
-static void Scroll(GdkScrollDirection direction)
+static void Scroll(GdkScrollDirection direction, double x, double y)
 {
     GdkEventScroll event = {};
     event.direction = direction;
+    event.x = x;
+    event.y = y;
     EXPECT_EQ(MouseScroll(nullptr, &event), TRUE);
 }
 
 TEST_F(Input, ZoomsByTheWheelAboutThePointer)
 {
     Move(660, 400); // 0.2 to the right
-    Scroll(GDK_SCROLL_UP);
+    Scroll(GDK_SCROLL_UP, x, y);
     EXPECT_FLOAT_EQ(mainview.scale, 1.1892071F);
     // the world point at 0.2 stays there: (0.2 - center) * scale = 0.2
     EXPECT_NEAR((0.2 - mainview.center[0]) * mainview.scale, 0.2, 1e-6);
     EXPECT_EQ(rdstate, redrawwanted);
-    Scroll(GDK_SCROLL_DOWN);
+    Scroll(GDK_SCROLL_DOWN, x, y);
     EXPECT_NEAR(mainview.scale, 1, 1e-6);
     EXPECT_NEAR(mainview.center[0], 0, 1e-6);
 }
 
+TEST_F(Input, ZoomsAboutThePointerThatHasNotMovedSinceTheStart)
+{
+    for (const GdkScrollDirection direction : {GDK_SCROLL_UP, GDK_SCROLL_DOWN}) {
+        mainview.scale = 1;
+        mainview.center[0] = 0;
+        std::fill_n(mouse, 2, 10.0F); // as the program begins
+        std::fill_n(gmouse, 2, 10.0F);
+        Scroll(direction, 660, 400);
+        EXPECT_NEAR((0.2 - mainview.center[0]) * mainview.scale, 0.2, 1e-6);
+    }
+}
+
+TEST_F(Input, ZoomsAboutWhatTheSceneHasBroughtUnderARestingPointer)
+{
+    AddProjected(MakeFlatShape({{-0.3F, -0.3F, 0.1F}, {0.3F, -0.3F, 0.1F}, {0, 0.3F, 0.1F}}));
+    Move(500, 420);                        // on the side
+    ChangePosition(0, 0, 0, 0, 0, -0.02F); // which goes back from 0.1 to 0.08
+    Scroll(GDK_SCROLL_UP, x, y);
+    EXPECT_NEAR((0.1 - mainview.center[2]) * mainview.scale, 0.08, 1e-6); // and stays there
+}
+
 TEST_F(Input, AsksForAFrameEvenForASidewaysWheel)
 {
-    Scroll(GDK_SCROLL_LEFT);
+    Scroll(GDK_SCROLL_LEFT, x, y);
     EXPECT_EQ(mainview.scale, 1.0F);
     EXPECT_EQ(rdstate, redrawwanted);
 }
