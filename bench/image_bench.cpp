@@ -2,7 +2,7 @@
 // triangles that sets the light state for each of them, drawn 20 x 4 times; and against the same
 // without any change of the light state, which draws the wrong colours. Tori of four colours, one
 // of them clear, fill the image and cross each other; or a single one fills it, which is collected
-// in one step. The sizes are those of what is collected.
+// in one step; or all of them lie in a single tile. The sizes are those of what is collected.
 #include "export/imageprogress.h"
 
 #include "bench/meshes.h"
@@ -14,6 +14,7 @@
 #include "view/picking.h"
 
 #include <benchmark/benchmark.h>
+#include <gtk/gtk.h>
 
 #include <algorithm>
 #include <cmath>
@@ -27,11 +28,15 @@ struct Scene {
     double radius;
     bool striped;
     int collectedfromone; // triangles: 81 where the image rounds once more, else 9
+    double spread;        // of the tori, as a share of the image
+    double up;            // from the middle of the image
 };
-static constexpr Scene apart = {10, 0.085, false, 81}; // still large enough to be drawn rounded
-static constexpr Scene crossing = {5, 0.2, true, 81};
-static constexpr Scene rounded = {1, 0.9, true, 81};
-static constexpr Scene plain = {1, 0.45, true, 9}; // too finely cut to be drawn rounded
+static constexpr Scene apart = {10, 0.085, false,
+                                81, 1,     0}; // still large enough to be drawn rounded
+static constexpr Scene crossing = {5, 0.2, true, 81, 1, 0};
+static constexpr Scene rounded = {1, 0.9, true, 81, 1, 0};
+static constexpr Scene plain = {1, 0.45, true, 9, 1, 0}; // too finely cut to be drawn rounded
+static constexpr Scene together = {5, 0.1, true, 9, 0.02, 0.125};
 
 static void Place(Shape* shape, int k, const Scene& scene)
 {
@@ -39,8 +44,8 @@ static void Place(Shape* shape, int k, const Scene& scene)
     SetRadiusOfShape(shape);
     const double turn = 2.4 * k;
     const double middle = (scene.across - 1) / 2.0;
-    const double column = (k % scene.across - middle) / scene.across;
-    const double row = (k / scene.across - middle) / scene.across;
+    const double column = scene.spread * (k % scene.across - middle) / scene.across;
+    const double row = scene.up + scene.spread * (k / scene.across - middle) / scene.across;
     for (int i = 0; i < shape->pointnumber; i++) {
         float* point = shape->points[i];
         double from[3];
@@ -100,21 +105,41 @@ static double GetTime()
     return 1e3 * double(time.tv_sec) + 1e-6 * double(time.tv_nsec);
 }
 
-// Counters: the longest step of all, in milliseconds.
+// In percent; all of them when the last step has destroyed the bar.
+static double GetProgress()
+{
+    return ciprogress == nullptr
+               ? 100
+               : 100 * gtk_progress_bar_get_fraction(GTK_PROGRESS_BAR(ciprogress));
+}
+
+// Counters, in milliseconds: the sorting, the longest step of compiling with what goes before it,
+// and the longest of all other steps. The bar tells them apart.
 static void CreateOneImage(::benchmark::State& state, const Scene& scene)
 {
     SetScene(scene, int(state.range(0)));
-    double longest = 0;
+    double sort = 0;
+    double compile = 0;
+    double other = 0;
     for (auto _ : state) {
+        ciprogress = gtk_progress_bar_new();
+        g_object_ref_sink(ciprogress);
         cisign = 1;
         while (cisign != 0) {
             const double start = GetTime();
             CreateImageProgress();
-            longest = std::max(longest, GetTime() - start);
+            const double time = GetTime() - start;
+            const double progress = GetProgress();
+            double& longest = progress < 32.9 || progress > 40.1 ? other
+                              : progress < 33.1                  ? sort
+                                                                 : compile;
+            longest = std::max(longest, time);
         }
         FreeImage();
     }
-    state.counters["longest step ms"] = longest;
+    state.counters["sort"] = sort;
+    state.counters["compile step"] = compile;
+    state.counters["other step"] = other;
 }
 
 static void DrawPlainly(::benchmark::State& state, const Scene& scene, testing::LightStates states)
@@ -153,6 +178,7 @@ BENCHMARK_CAPTURE(PlainMethodInOneLight, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(PlainMethod, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, rounded, rounded)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, plain, plain)->Apply(SetUp);
+BENCHMARK_CAPTURE(CreateOneImage, together, together)->Apply(SetUp);
 
 } // namespace korvane::bench
 

@@ -119,21 +119,76 @@ TileOrders GetTileOrders(const std::vector<unsigned int>& tilesets, const int* z
     return orders;
 }
 
-// A tile in cells, each with the queue of the triangles that reach into it. A triangle can be drawn
-// when it is the first in all its queues: triangles that share no cell share no pixel, wherever a
-// pass moves them to, for it moves them alike. Triangles are named by their place in the order.
+// A tile is cut into cells.
+static constexpr int cellnumber = 64; // in each direction
+static constexpr double cellspan = tilespan / cellnumber;
+
+struct Reach {
+    Range columns, rows;
+
+    int CountCells() const
+    {
+        return (columns.last - columns.first + 1) * (rows.last - rows.first + 1);
+    }
+};
+
+// What lies beside the tile may be moved into it by a pass: it counts to the cells of the border.
+static Range GetCells(const ImageTriangle& triangle, int axis, double start, double span)
+{
+    const Range range = GetRange(triangle, axis, {start, span, cellnumber}, 0);
+    return {std::min(range.first, cellnumber - 1), std::max(range.last, 0)};
+}
+
+// The cells of a tile over which a triangle reaches.
+static Reach GetReach(const ImageTriangle& triangle, int tile)
+{
+    const int column = tile % tilecolumns;
+    const int row = tile / tilecolumns;
+    return {GetCells(triangle, 0, tilespan * (column - tilecolumns / 2.0), cellspan),
+            GetCells(triangle, 1, tilespan * (tilerows / 2.0 - row), -cellspan)};
+}
+
+// To fill eight cells costs as much as to draw a small triangle.
+static int GetCost(const ImageTriangle& triangle, int tile)
+{
+    return 1 + GetReach(triangle, tile).CountCells() / 8;
+}
+
+std::int64_t GetGatherCost(const std::vector<int>& order, int tile, const ImageTriangle* hszog)
+{
+    std::int64_t cost = 0;
+    for (const int index : order) {
+        cost += GetCost(hszog[index], tile);
+    }
+    return cost;
+}
+
+int CountAffordable(const std::vector<int>& order, int tile, const ImageTriangle* hszog,
+                    const Looks& looks)
+{
+    constexpr int lookcost = 20; // of another light state
+    std::size_t number = 0;
+    int look = -1;
+    for (int cost = 0; number < order.size() && cost < stepcost; number++) {
+        const int last = look;
+        look = looks.oftriangle[std::size_t(order[number])];
+        cost += GetCost(hszog[order[number]], tile) + (look == last ? 0 : lookcost);
+    }
+    return int(number);
+}
+
+// The cells of a tile, each with the queue of the triangles that reach into it. A triangle can be
+// drawn when it is the first in all its queues: triangles that share no cell share no pixel,
+// wherever a pass moves them to, for it moves them alike. Triangles are named by their place in the
+// order.
 class TileQueues
 {
 public:
     TileQueues(const std::vector<int>& order, int tile, const ImageTriangle* hszog)
     {
-        const int column = tile % tilecolumns;
-        const int row = tile / tilecolumns;
-        const Places across = {tilespan * (column - tilecolumns / 2.0), cellspan, cellnumber};
-        const Places down = {tilespan * (tilerows / 2.0 - row), -cellspan, cellnumber};
         reaches.reserve(order.size());
         for (const int index : order) {
-            reaches.push_back({GetCells(hszog[index], 0, across), GetCells(hszog[index], 1, down)});
+            reaches.push_back(GetReach(hszog[index], tile));
         }
         MakeQueues();
     }
@@ -162,23 +217,9 @@ public:
     }
 
 private:
-    static constexpr int cellnumber = 64; // in each direction
-    static constexpr double cellspan = tilespan / cellnumber;
-
-    struct Reach {
-        Range columns, rows;
-    };
     struct Queue {
         std::size_t next, end; // of its run of `entries`; what lies before `next` has been taken
     };
-
-    // What lies beside the tile may be moved into it by a pass: it counts to the cells of the
-    // border.
-    static Range GetCells(const ImageTriangle& triangle, int axis, const Places& places)
-    {
-        const Range range = GetRange(triangle, axis, places, 0);
-        return {std::min(range.first, cellnumber - 1), std::max(range.last, 0)};
-    }
 
     template <class Work> void ForCells(std::size_t k, Work work)
     {

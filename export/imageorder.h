@@ -7,6 +7,7 @@
 #include "export/imagetriangles.h"
 
 #include <array>
+#include <cstdint>
 #include <vector>
 
 namespace korvane
@@ -52,6 +53,17 @@ TileOrders GetTileOrders(const std::vector<unsigned int>& tilesets, const int* z
 // Rearranges the order of a tile into long runs of one look. Triangles that may share a pixel keep
 // their order.
 void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, const Looks& looks);
+
+// What one step can afford to gather, to compile or to draw, in small triangles.
+constexpr int stepcost = 80000;
+
+// What it costs to gather the triangles of a tile: more for those that cover much of it.
+std::int64_t GetGatherCost(const std::vector<int>& order, int tile, const ImageTriangle* hszog);
+
+// How many triangles of a tile's order, from its first on, one step can afford to draw: at least
+// one if there is one.
+int CountAffordable(const std::vector<int>& order, int tile, const ImageTriangle* hszog,
+                    const Looks& looks);
 
 // Half the depth that has to be drawn so that nothing of the tiles is cut off.
 double GetHalfDepth(const std::vector<unsigned int>& tilesets, const ImageTriangle* hszog);

@@ -11,7 +11,10 @@
 #include <gtk/gtkgl.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
+#include <cstdint>
+#include <vector>
 
 namespace korvane
 {
@@ -32,6 +35,8 @@ enum ImageState {
     statenumber
 };
 
+using TileLists = std::array<std::vector<unsigned int>, tilenumber>;
+
 // The image that is being made; it lives from the first step to the last or to a cancel.
 static int state = COLLECT_PLAIN;          // the step that comes next
 static int trianglenumber = 0;             // collected triangles
@@ -39,17 +44,25 @@ static int triangleroom = 0;               // length of the three arrays
 static ImageTriangle* hszog = nullptr;     // owned; the triangles
 static float* ztable = nullptr;            // owned; a depth key per triangle
 static int* zindex = nullptr;              // owned; the drawing order
-static unsigned int gllist = 0;            // the first of the tiles' display lists
+static TileLists gllist;                   // the display lists of each tile
 static Looks looks;                        // from which the lists are gathered
 static std::vector<unsigned int> tilesets; // the tiles of each triangle
-static TileOrders tileorders;              // from which the lists are compiled; empty afterwards
+static TileOrders tileorders;              // of what has still to be compiled
+static int gathered = 0;                   // so many tiles are
+static int compiled = 0;                   // so many tiles are
 static double halfdepth = 0;               // of what is drawn
-static int snumber = 0; // tile column; before, the next shape to collect, the next tile to gather
-static int tnumber = 0; // tile row; before, the next tile to compile
-static int tnstart = 0; // triangles from plain shapes
-static int accum = 0;   // antialiasing pass
+static int snumber = 0;                    // tile column; before, the next shape to collect
+static int tnumber = 0;                    // tile row
+static int tnstart = 0;                    // triangles from plain shapes
+static int accum = 0;                      // antialiasing pass
+static std::size_t part = 0;               // the list that the pass draws next
 
-static constexpr int compilestep = 40000; // so many triangles are gathered or compiled in a step
+// How far the bar stands, in percent, when that is done.
+static constexpr double plaincollected = 1;
+static constexpr double allcollected = 31;
+static constexpr double allsorted = 33;
+static constexpr double allcompiled = 40;
+static constexpr double passdrawn = 0.75; // for each pass
 
 static void SetProgress(double percent)
 {
@@ -78,7 +91,6 @@ static void MakeTriangleArrays()
 static void CollectPlainShapes()
 {
     TransferAllShape();
-    gllist = glGenLists(tilenumber);
     imagebuffer = NewArray<unsigned char>(imagewidth * imageheight * 4);
     MakeTriangleArrays();
     trianglenumber = 0;
@@ -89,7 +101,7 @@ static void CollectPlainShapes()
     }
     tnstart = trianglenumber;
     snumber = 0;
-    SetProgress(1);
+    SetProgress(plaincollected);
     state = COLLECT_ROUNDED;
 }
 
@@ -108,7 +120,8 @@ static void CollectRoundedShape()
     DeleteShape(finer);
     snumber++;
     const int rounded = triangleroom - tnstart;
-    SetProgress(1 + 30.0 * (trianglenumber - tnstart) / std::max(rounded, 1));
+    const double share = double(trianglenumber - tnstart) / std::max(rounded, 1);
+    SetProgress(plaincollected + (allcollected - plaincollected) * share);
 }
 
 static void PrepareSorting()
@@ -118,48 +131,72 @@ static void PrepareSorting()
     tilesets = GetTileSets(hszog, trianglenumber);
     halfdepth = GetHalfDepth(tilesets, hszog);
     looks = GetLooks(hszog, trianglenumber);
-    SetProgress(31);
+    SetProgress(allcollected);
     state = SORT_TRIANGLES;
 }
 
 static void SortTriangles()
 {
     SetTriangleSequence(ztable, zindex, trianglenumber);
-    snumber = 0;
-    tnumber = 0;
-    SetProgress(33);
+    tileorders = GetTileOrders(tilesets, zindex);
+    gathered = 0;
+    compiled = 0;
+    SetProgress(allsorted);
     state = COMPILE_LISTS;
+}
+
+// Makes a list of what one step can afford, and takes that out of what has still to be compiled.
+static int CompilePart(int tile)
+{
+    std::vector<int>& order = tileorders[std::size_t(tile)];
+    const int number = CountAffordable(order, tile, hszog, looks);
+    const unsigned int list = glGenLists(1);
+    CompileTriangles(list, hszog, order.data(), number);
+    gllist[std::size_t(tile)].push_back(list);
+    order.erase(order.begin(), order.begin() + number);
+    return number;
 }
 
 // Does as much as one step can afford. The lists are compiled when all of them are gathered, so
 // that a tile with most of the triangles is gathered and compiled in different steps.
 static void CompileLists()
 {
-    if (snumber == 0) {
-        tileorders = GetTileOrders(tilesets, zindex);
+    std::int64_t handled = 0;
+    for (; gathered < tilenumber && handled < stepcost; gathered++) {
+        std::vector<int>& order = tileorders[std::size_t(gathered)];
+        GatherLooks(order, gathered, hszog, looks);
+        handled += GetGatherCost(order, gathered, hszog);
     }
-    std::size_t handled = 0;
-    for (; snumber < tilenumber && handled < compilestep; snumber++) {
-        std::vector<int>& order = tileorders[std::size_t(snumber)];
-        GatherLooks(order, snumber, hszog, looks);
-        handled += order.size();
+    while (compiled < tilenumber && handled < stepcost) {
+        handled += CompilePart(compiled);
+        compiled += tileorders[std::size_t(compiled)].empty() ? 1 : 0;
     }
-    for (; tnumber < tilenumber && handled < compilestep; tnumber++) {
-        std::vector<int>& order = tileorders[std::size_t(tnumber)];
-        CompileTile(gllist + unsigned(tnumber), hszog, order);
-        handled += order.size();
-        order = {};
-    }
-    SetProgress(33 + 3.5 * (snumber + tnumber) / tilenumber);
-    if (tnumber == tilenumber) {
+    const double share = double(gathered + compiled) / (2 * tilenumber);
+    SetProgress(allsorted + (allcompiled - allsorted) * share);
+    if (compiled == tilenumber) {
         state = SET_UP_TILES;
     }
+}
+
+// Draws a part of the pass, or all of it when nothing would be left of it in the next step. Returns
+// whether the pass is complete.
+static bool DrawPass(int tile)
+{
+    const std::vector<unsigned int>& lists = gllist[std::size_t(tile)];
+    do {
+        DrawTilePart({tile, accum, halfdepth}, lists[part], part == 0, part + 1 == lists.size());
+        part++;
+    } while (part < lists.size() && !KeepsTile());
+    return part == lists.size();
 }
 
 static void DrawTiles()
 {
     const int tile = tnumber * tilecolumns + snumber;
-    DrawTilePass(tile, accum, gllist + unsigned(tile), halfdepth);
+    if (!DrawPass(tile)) {
+        return;
+    }
+    part = 0;
     accum++;
     if (accum == tilepasses) {
         StoreTile(tile, imagebuffer);
@@ -170,7 +207,8 @@ static void DrawTiles()
         snumber = 0;
         tnumber++;
     }
-    SetProgress(((tnumber * tilecolumns + snumber) * tilepasses + accum) * 0.75 + 40);
+    const int passes = (tnumber * tilecolumns + snumber) * tilepasses + accum;
+    SetProgress(allcompiled + passes * passdrawn);
     if (tnumber == tilerows) {
         state = FINISH_IMAGE;
     }
@@ -182,8 +220,18 @@ static void SetUpTiles()
     snumber = 0;
     tnumber = 0;
     accum = 0;
+    part = 0;
     state = DRAW_TILES;
     DrawTiles();
+}
+
+static void FreeLists()
+{
+    for (std::vector<unsigned int>& lists : gllist) {
+        for (const unsigned int list : lists) {
+            glDeleteLists(list, 1);
+        }
+    }
 }
 
 // Everything but the image. OpenGL's share is gone already when the context is.
@@ -196,9 +244,10 @@ static void FreeWork()
     looks = {};
     tileorders = {};
     if (gdk_gl_context_get_current() != nullptr) {
-        glDeleteLists(gllist, tilenumber);
+        FreeLists();
         FreeTileBuffer();
     }
+    gllist = {};
 }
 
 static void DestroyProgress()

@@ -79,11 +79,11 @@ static void AddLitTriangle(const ImageTriangle& triangle, float direction)
 }
 
 // The light state is set once for every run of triangles that share it.
-static void AddLitTriangles(const ImageTriangle* hszog, const std::vector<int>& order)
+static void AddLitTriangles(const ImageTriangle* hszog, const int* order, int number)
 {
     TriangleLook loaded = {};
-    for (const int index : order) {
-        const TriangleLook look = GetLook(hszog[index]);
+    for (int i = 0; i < number; i++) {
+        const TriangleLook look = GetLook(hszog[order[i]]);
         if (loaded.colors == nullptr || !ShareLightState(look, loaded)) {
             if (loaded.colors != nullptr) {
                 glEnd();
@@ -93,7 +93,7 @@ static void AddLitTriangles(const ImageTriangle* hszog, const std::vector<int>& 
             glBegin(GL_TRIANGLES);
             loaded = look;
         }
-        AddLitTriangle(hszog[index], look.direction);
+        AddLitTriangle(hszog[order[i]], look.direction);
     }
     if (loaded.colors != nullptr) {
         glEnd();
@@ -111,22 +111,22 @@ static void AddFlatTriangle(const ImageTriangle& triangle)
     }
 }
 
-static void AddFlatTriangles(const ImageTriangle* hszog, const std::vector<int>& order)
+static void AddFlatTriangles(const ImageTriangle* hszog, const int* order, int number)
 {
     glBegin(GL_TRIANGLES);
-    for (const int index : order) {
-        AddFlatTriangle(hszog[index]);
+    for (int i = 0; i < number; i++) {
+        AddFlatTriangle(hszog[order[i]]);
     }
     glEnd();
 }
 
-void CompileTile(unsigned int list, const ImageTriangle* hszog, const std::vector<int>& order)
+void CompileTriangles(unsigned int list, const ImageTriangle* hszog, const int* order, int number)
 {
     glNewList(list, GL_COMPILE);
     if (UsesPrograms()) {
-        AddLitTriangles(hszog, order);
+        AddLitTriangles(hszog, order, number);
     } else {
-        AddFlatTriangles(hszog, order);
+        AddFlatTriangles(hszog, order, number);
     }
     glEndList();
 }
@@ -163,12 +163,13 @@ static void EndTile()
     SetViewProjection();
 }
 
+// Moves the tile's middle to the view's.
 static void DrawMoved(int tile, int pass, unsigned int list)
 {
     const int column = tile % tilecolumns;
     const int row = tile / tilecolumns;
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glTranslated((2 - column) * tilespan, (row - 1.5) * tilespan, 0);
+    glTranslated(((tilecolumns - 1) / 2.0 - column) * tilespan,
+                 (row - (tilerows - 1) / 2.0) * tilespan, 0);
     glTranslated(jitter[pass][0], jitter[pass][1], 0);
     SceneHighDraw(list);
     glLoadIdentity();
@@ -187,13 +188,23 @@ static void AddToSums(int pass)
     }
 }
 
-void DrawTilePass(int tile, int pass, unsigned int list, double halfdepth)
+bool KeepsTile()
 {
-    BeginTile(halfdepth);
-    DrawMoved(tile, pass, list);
-    AddToSums(pass);
+    return framebuffer != 0;
+}
+
+void DrawTilePart(const TilePass& tilepass, unsigned int list, bool first, bool last)
+{
+    BeginTile(tilepass.halfdepth);
+    if (first) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    }
+    DrawMoved(tilepass.tile, tilepass.pass, list);
+    if (last) {
+        AddToSums(tilepass.pass);
+    }
     EndTile();
-    AssertBaseState("DrawTilePass");
+    AssertBaseState("DrawTilePart");
 }
 
 void StoreTile(int tile, unsigned char* image)

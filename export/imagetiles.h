@@ -15,15 +15,23 @@ constexpr int tilepasses = 4;
 void MakeTileBuffer();
 void FreeTileBuffer(); // nothing when it has not been made
 
-// Makes the display list of one tile: its triangles in their order.
-void CompileTile(unsigned int list, const ImageTriangle* hszog, const std::vector<int>& order);
+// Makes a display list of so many triangles of a tile's order.
+void CompileTriangles(unsigned int list, const ImageTriangle* hszog, const int* order, int number);
 
 // Draws a display list through both programs of lit surfaces, if they are used.
 void SceneHighDraw(unsigned int list);
 
-// Renders a tile once more, `halfdepth` deep before and behind the view's middle, and adds it to
-// its sum, which pass 0 begins.
-void DrawTilePass(int tile, int pass, unsigned int list, double halfdepth);
+// Whether a pass that is drawn in several steps survives what happens to the window between them.
+bool KeepsTile();
+
+struct TilePass {
+    int tile, pass;
+    double halfdepth; // of what is drawn before and behind the view's middle
+};
+
+// Draws a part of a pass. The first part clears the tile, the last adds it to the tile's sum, which
+// pass 0 begins.
+void DrawTilePart(const TilePass& tilepass, unsigned int list, bool first, bool last);
 
 // Puts the average of the four passes into its place in the image, rows from the top.
 void StoreTile(int tile, unsigned char* image);

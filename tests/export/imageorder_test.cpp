@@ -78,6 +78,54 @@ TEST(GetTileOrders, KeepsTheDrawingOrder)
     EXPECT_EQ(GetTileOrders(GetTileSets(triangles.data(), 4), zindex.data())[0], zindex);
 }
 
+// A small triangle at a place of the first tile, in pixels from its corner.
+static ImageTriangle SmallTriangle(double x, double y, float color)
+{
+    const double left = -0.625 + x * pixel;
+    const double top = 0.5 - y * pixel;
+    return MakeTriangle(left, top - 4 * pixel, left + 4 * pixel, top, color);
+}
+
+// Of tile 0, in the order in which they stand.
+static int CountAffordableOf(const std::vector<ImageTriangle>& triangles)
+{
+    std::vector<int> order(triangles.size());
+    std::iota(order.begin(), order.end(), 0);
+    return CountAffordable(order, 0, triangles.data(),
+                           GetLooks(triangles.data(), int(triangles.size())));
+}
+
+// One each, and 20 for each new look.
+TEST(CountAffordable, CountsSmallTrianglesAndTheirLooks)
+{
+    std::vector<ImageTriangle> triangles(stepcost, SmallTriangle(20, 20, 0));
+    EXPECT_EQ(CountAffordableOf(triangles), 79980);
+    for (std::size_t i = 1; i < triangles.size(); i += 2) {
+        triangles[i].colors[FRONT_LIGHT] = 1;
+    }
+    EXPECT_EQ(CountAffordableOf(triangles), 3810); // 3809 times 21 is less than 80000
+}
+
+// One more for every eight of the 64 x 64 cells.
+TEST(CountAffordable, CountsWhatATriangleCovers)
+{
+    EXPECT_EQ(CountAffordableOf(std::vector(200, MakeTriangle(-30, -30, 30, 30))),
+              156); // 20 and 155 times 513 is less than 80000
+}
+
+TEST(CountAffordable, IsAllWhereThereAreFew)
+{
+    EXPECT_EQ(CountAffordableOf({}), 0);
+    EXPECT_EQ(CountAffordableOf({SmallTriangle(20, 20, 0)}), 1);
+}
+
+TEST(GetGatherCost, CountsWhatTheTrianglesCoverOfTheTile)
+{
+    const std::vector<ImageTriangle> triangles = {MakeTriangle(-30, -30, 30, 30),
+                                                  SmallTriangle(20, 20, 0)};
+    EXPECT_EQ(GetGatherCost({0, 1, 1}, 0, triangles.data()), 513 + 1 + 1);
+}
+
 // In the tile of the upper left corner, which is tile 0.
 static std::vector<int> Gather(const std::vector<ImageTriangle>& triangles)
 {
@@ -85,14 +133,6 @@ static std::vector<int> Gather(const std::vector<ImageTriangle>& triangles)
     std::iota(order.begin(), order.end(), 0);
     GatherLooks(order, 0, triangles.data(), GetLooks(triangles.data(), int(triangles.size())));
     return order;
-}
-
-// A small triangle at a place of the first tile, in pixels from its corner.
-static ImageTriangle SmallTriangle(double x, double y, float color)
-{
-    const double left = -0.625 + x * pixel;
-    const double top = 0.5 - y * pixel;
-    return MakeTriangle(left, top - 4 * pixel, left + 4 * pixel, top, color);
 }
 
 TEST(GatherLooks, DrawsTrianglesOfOneLookTogetherWhereTheyDoNotOverlap)

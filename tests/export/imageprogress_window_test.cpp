@@ -1,6 +1,7 @@
 // The steps of the image: their progress, their end and every way of breaking them off.
 #include "export/image.h"
 
+#include "export/imageorder.h"
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/imagemaking.h"
@@ -43,7 +44,7 @@ protected:
     // Steps are run by the tests alone, so the window's own exposes draw nothing.
     void OpenWindow()
     {
-        window = std::make_unique<GlWindow>(300, 200);
+        window = std::make_unique<GlWindow>(300, 300);
         g_signal_handlers_block_by_func(window->GetArea(), reinterpret_cast<gpointer>(ReDraw),
                                         nullptr);
     }
@@ -94,7 +95,7 @@ TEST_F(ImageProgress, RunsFromOneToAHundred)
 TEST_F(ImageProgress, MovesOnWhileManyTrianglesAreCompiled)
 {
     StartEmptyView();
-    AddShape(CheckeredSheet(17).release());
+    AddShape(CheckeredSheet(23).release());
     selected[0] = selectedfade;
     mainview.scale = 3; // large enough to be rounded
     RefreshView();
@@ -104,6 +105,54 @@ TEST_F(ImageProgress, MovesOnWhileManyTrianglesAreCompiled)
     EXPECT_GT(std::count_if(progress.begin(), progress.end(),
                             [](double percent) { return percent > 33.1 && percent < 39.9; }),
               0);
+}
+
+// In grey levels.
+static int GetGreatestDifference(const Image& a, const Image& b)
+{
+    int greatest = 0;
+    for (std::size_t i = 0; i < a.pixels.size(); i++) {
+        greatest = std::max(greatest, std::abs(int(a.pixels[i]) - int(b.pixels.at(i))));
+    }
+    return greatest;
+}
+
+// Pixels on which something has been drawn: a corner of the image shows what is cleared.
+static int CountDrawn(const Image& image)
+{
+    int number = 0;
+    for (int y = 0; y < imageheight; y++) {
+        for (int x = 0; x < imagewidth; x++) {
+            number += image.At(x, y) == image.At(0, 0) ? 0 : 1;
+        }
+    }
+    return number;
+}
+
+// 4900 squares in a single tile, two triangles of each, nine of each of those: more than a step can
+// draw. The hidden buffer of a window may change between steps: it gets a whole pass in one step.
+TEST_F(ImageProgress, TakesSeveralStepsForAPassOfManyTriangles)
+{
+    StartEmptyView();
+    AddShape(CheckeredSheet(70).release());
+    selected[0] = selectedfade;
+    mainview.scale = 0.4F;
+    mainview.center[1] = -0.3125; // 0.125 upwards in the view
+    RefreshView();
+    const auto draws = [](double percent) { return percent > 39.9; };
+    const auto steps = [&] {
+        const std::vector<double> progress = GetProgress();
+        return std::count_if(progress.begin(), progress.end(), draws);
+    };
+    EXPECT_EQ(steps(), 81 + 4); // and the last step of compiling; four passes have a second part
+    const Image image = MakeImageIn(*window);
+    EXPECT_GT(CountDrawn(image), 4900); // a square is three pixels wide, or two when it is rounded
+    window.reset();
+    OpenWindow();
+    __GLEW_ARB_framebuffer_object = GL_FALSE;
+    EXPECT_EQ(steps(), 81);
+    EXPECT_LE(GetGreatestDifference(MakeImageIn(*window), image), 1);
+    __GLEW_ARB_framebuffer_object = GL_TRUE;
 }
 
 TEST_F(ImageProgress, RunsWithoutShapesToo)

@@ -108,7 +108,7 @@ std::vector<unsigned char> DrawPlainly(const std::vector<ImageTriangle>& triangl
     MakeTileBuffer();
     for (int tile = 0; tile < tilenumber; tile++) {
         for (int pass = 0; pass < tilepasses; pass++) {
-            DrawTilePass(tile, pass, list, halfdepth);
+            DrawTilePart({tile, pass, halfdepth}, list, true, true);
         }
         StoreTile(tile, image.data());
     }
