@@ -4,6 +4,9 @@
 #include "geometry/vectors.h"
 #include "scene/model.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace korvane
 {
 
@@ -28,31 +31,78 @@ static void StoreCenter(const Side* side, float* center)
     Store(sum / number, center);
 }
 
-// The sum over the points P(i) of P(i) x S(i), of whose two halves only the first is taken, where
-// S(i) weighs the points after P(i) with n - 2, n - 4, ..., -(n - 2). From one point to the next S
-// changes by twice the sum of all points less n times these two points.
-static Vector GetWeightedNormal(const Side* side)
+// S(i): the points after P(i), weighed with n - 2, n - 4, ..., -(n - 2).
+static Vector WeighPointsAfter(const Side* side, int i)
+{
+    const int n = side->pointnumber;
+    Vector weighted = {0, 0, 0};
+    for (int j = 1; j < n; j++) {
+        const float* p = GetPointOfSide(side, (i + j) % n);
+        for (std::size_t k = 0; k < 3; k++) {
+            weighted[k] += double(n - 2 * j) * p[k];
+        }
+    }
+    return weighted;
+}
+
+// Adds the first half of the cross product P(i) x S(i).
+static void AddTerm(Vector& normal, const float* p, const Vector& weighted)
+{
+    normal[0] += p[1] * weighted[2];
+    normal[1] += p[2] * weighted[0];
+    normal[2] += p[0] * weighted[1];
+}
+
+// The sum of the terms of all points, every S(i) made anew: in quadratic time.
+static Vector SumTerms(const Side* side)
+{
+    Vector normal = {0, 0, 0};
+    for (int i = 0; i < side->pointnumber; i++) {
+        AddTerm(normal, GetPointOfSide(side, i), WeighPointsAfter(side, i));
+    }
+    return normal;
+}
+
+// The same but for rounding, in linear time: from one point to the next S changes by twice the sum
+// of all points less n times these two points.
+static Vector SumTermsByStep(const Side* side)
 {
     const int n = side->pointnumber;
     const Vector sum = SumPoints(side);
-    Vector weighted = {0, 0, 0}; // S(0)
-    for (int j = 1; j < n; j++) {
-        for (std::size_t k = 0; k < 3; k++) {
-            weighted[k] += double(n - 2 * j) * GetPointOfSide(side, j)[k];
-        }
-    }
+    Vector weighted = WeighPointsAfter(side, 0);
     Vector normal = {0, 0, 0};
     for (int i = 0; i < n; i++) {
         const float* p = GetPointOfSide(side, i);
         const float* next = GetPointOfSide(side, i + 1 == n ? 0 : i + 1);
-        normal[0] += p[1] * weighted[2];
-        normal[1] += p[2] * weighted[0];
-        normal[2] += p[0] * weighted[1];
+        AddTerm(normal, p, weighted);
         for (std::size_t k = 0; k < 3; k++) {
             weighted[k] += 2 * sum[k] - n * (double(p[k]) + next[k]);
         }
     }
     return normal;
+}
+
+// The largest absolute coordinate.
+static double GetReach(const Side* side)
+{
+    double reach = 0;
+    for (int i = 0; i < side->pointnumber; i++) {
+        const float* p = GetPointOfSide(side, i);
+        for (int k = 0; k < 3; k++) {
+            reach = std::max(reach, std::fabs(double(p[k])));
+        }
+    }
+    return reach;
+}
+
+// What is left of the steps where the sum is zero is rounding, which would pass for a normal.
+static Vector GetWeightedNormal(const Side* side)
+{
+    constexpr double roundingrate = 1e-12; // of the size of the terms
+    const Vector stepped = SumTermsByStep(side);
+    const double size = side->pointnumber * GetReach(side);
+    const double rounding = roundingrate * size * size;
+    return GetSquare(stepped) < rounding * rounding ? SumTerms(side) : stepped;
 }
 
 // Twice the area that the outline encloses in each of the three coordinate planes.

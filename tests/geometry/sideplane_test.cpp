@@ -99,6 +99,22 @@ TEST(GetNormalOfSide, DoesNotMoveAPointOfOrdinarySize)
     EXPECT_EQ(GetTriple(line->points[0]), (Triple{1, 1, 1}));
 }
 
+// P0 = P1 makes S(1) = P2 - P0 the opposite of S(0) = P0 - P2 and S(2) zero: the terms cancel to
+// the bit, however far one coordinate lies below the others; and so from the other beginnings.
+TEST(GetNormalOfSide, TakesRoundingForNoNormal)
+{
+    const std::array<float, 3> corner = {-0.23330144584178925F, 0.23246008157730103F,
+                                         -0.3705357611179352F};
+    const std::array<float, 3> other = {0.37010669708251953F, -0.07062707096338272F,
+                                        -1.2736641741284416e-09F};
+    for (const std::array<int, 3>& order : {std::array{1, 2, 3}, {2, 3, 1}, {3, 1, 2}}) {
+        const OwnedShape shape = MakeRawShape({{0, 0, 0}, corner, corner, other},
+                                              {std::vector<int>(order.begin(), order.end())});
+        EXPECT_EQ(GetNormal(shape), (Triple{0, 0, 1})); // neither sum nor area
+        EXPECT_NEAR(shape->points[0][0], 16e-9, 1e-13); // nudged to the end
+    }
+}
+
 TEST(GetNormalOfSide, TakesTheAreaWhereTheStatedSumOfAGoodPentagonIsZero)
 {
     // With five corners the sum is 3 A + B: A is twice the area, B the same of every second corner.
