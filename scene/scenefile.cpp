@@ -215,6 +215,7 @@ void DelScene()
     EndPointerActions();
     DeleteAllShapes();
     ClearTree();
+    PrintStatusBar(""); // whatever it said was about what is gone
 }
 
 void New()

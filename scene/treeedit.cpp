@@ -159,6 +159,7 @@ void DelSelected()
     EndPointerActions();
     PushScene();
     RemoveSubtrees(tops);
+    SayThatShapesAreHidden();
     rdstate |= redrawwanted;
 }
 

@@ -92,8 +92,7 @@ static void MarkShapes()
     }
 }
 
-// Tells the user why shapes leave the view.
-static void SayThatShapesAreHidden()
+void SayThatShapesAreHidden()
 {
     for (int i = 0; i < shapenumber; i++) {
         if ((selected[i] & selectedshown) == 0 && (selected[i] & selectedlevel) != 0) {
@@ -103,17 +102,22 @@ static void SayThatShapesAreHidden()
     }
 }
 
+static void FollowSelection(GtkTreeSelection* selection)
+{
+    ReadSelectedRows(selection);
+    DropNestedSelections();
+    MarkShapes();
+    rdstate |= redrawwanted;
+}
+
 void TreeSelectedChange(GtkTreeSelection* selection)
 {
     if (rowchanges > 0) {
         return;
     }
     tselection = selection;
-    ReadSelectedRows(selection);
-    DropNestedSelections();
-    MarkShapes();
+    FollowSelection(selection);
     SayThatShapesAreHidden();
-    rdstate |= redrawwanted;
 }
 
 void BeginRowChanges()
@@ -125,7 +129,7 @@ void EndRowChanges()
 {
     rowchanges--;
     if (rowchanges == 0 && tselection != nullptr) {
-        TreeSelectedChange(tselection);
+        FollowSelection(tselection);
     }
 }
 

@@ -17,10 +17,14 @@ extern GtkTreeSelection*
 void TreeSelectedChange(GtkTreeSelection* selection);
 
 // Rows that vanish would call the handler once each, with nodes half gone, and so would rows that
-// are selected one by one. Between these two it is silent; EndRowChanges runs it once. They may be
-// nested.
+// are selected one by one. Between these two it does nothing; EndRowChanges does its work once, but
+// for the hint, since the command that changes the rows may not be done with the shapes. They may
+// be nested.
 void BeginRowChanges();
 void EndRowChanges();
+
+// Tells the user why shapes leave the view; nothing when none does.
+void SayThatShapesAreHidden();
 
 // Marks every shape at or below a node as selected and shown.
 void SetSelected(int node);

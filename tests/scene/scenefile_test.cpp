@@ -211,6 +211,16 @@ TEST_F(SceneFile, SaysNothingWhenAllShapesAreWhole)
     EXPECT_EQ(statustext, "");
 }
 
+TEST_F(SceneFile, SaysNothingOfTheSceneThatWasThereBefore)
+{
+    statustext = " Only selected shapes are shown";
+    OpenText(SmallScene());
+    EXPECT_EQ(statustext, "");
+    statustext = " Only selected shapes are shown";
+    New();
+    EXPECT_EQ(statustext, "");
+}
+
 TEST_F(SceneFile, SavesTheFoldersDepthFirst)
 {
     BuildScene();

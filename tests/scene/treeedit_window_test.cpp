@@ -10,6 +10,7 @@
 #include "tests/support/shapes.h"
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
+#include "ui/dialogs.h"
 #include "ui/input.h"
 #include "ui/transform.h"
 #include "view/frameloop.h"
@@ -351,6 +352,25 @@ TEST_F(TreeEdit, ShowsWhatIsVisibleAfterRemovingAShape)
     EXPECT_EQ(selected[1], 31); // leaf, which is selected in the tree and not marked for it
     EXPECT_EQ(selected[3], 0);  // square
     EXPECT_EQ(GetSelection(), "leaf");
+}
+
+static std::string GetStatusText()
+{
+    return gtk_label_get_text(GTK_LABEL(FindWidget(statusbar, GTK_TYPE_LABEL)));
+}
+
+TEST_F(TreeEdit, SaysThatShapesAreHiddenOnlyWhileTheyAre)
+{
+    SelectRows({box}); // the view starts restricted to the selection
+    std::fill(selected, selected + shapenumber, static_cast<unsigned char>(31));
+    PrintStatusBar(" ");
+    RemoveShape(GetSideOf(3));
+    EXPECT_EQ(std::count(selected, selected + shapenumber, 31), 4);
+    EXPECT_EQ(GetStatusText(), " ");
+    SelectRows({square});
+    PrintStatusBar(" ");
+    DelSelected(); // nothing is selected any more: the three others fade out
+    EXPECT_EQ(GetStatusText(), " Only selected shapes are shown");
 }
 
 TEST_F(TreeEdit, EndsAConstructionWhenShapesGo)
