@@ -38,16 +38,11 @@ static std::vector<std::size_t> FindRuns(const Walk& outline, const Walk& chain)
     return positions;
 }
 
-static Walk Reverse(const Walk& walk)
-{
-    return {walk.rbegin(), walk.rend()};
-}
-
 // The sides that run along the chain in either direction, in their order, one entry for every run.
 static std::vector<int> FindSidesAlong(const Shape* shape, const Walk& chain)
 {
     std::vector<int> sides;
-    const Walk back = Reverse(chain);
+    const Walk back = GetReversed(chain);
     for (int s = 0; s < shape->sidenumber; s++) {
         const Walk outline = GetCornersOfSide(shape->sides[s]);
         const std::size_t runs = FindRuns(outline, chain).size() + FindRuns(outline, back).size();
@@ -78,11 +73,11 @@ static std::size_t FindFirstOffRun(std::size_t outlinesize, std::size_t start, s
 static Walk JoinOutlines(const Walk& a, Walk b, Walk chain)
 {
     if (FindRuns(a, chain).empty()) {
-        chain = Reverse(chain);
+        chain = GetReversed(chain);
     }
-    const Walk back = Reverse(chain);
+    const Walk back = GetReversed(chain);
     if (FindRuns(b, back).empty()) {
-        b = Reverse(b);
+        b = GetReversed(b);
     }
     const std::size_t start = FindRuns(a, chain).front();
     const std::size_t end = start + chain.size() - 1;
@@ -99,13 +94,6 @@ static Walk JoinOutlines(const Walk& a, Walk b, Walk chain)
     std::rotate(joined.begin(), joined.begin() + std::ptrdiff_t(place), joined.end());
     RemoveSpikes(joined);
     return joined;
-}
-
-static void CutAllAgain(Shape* shape)
-{
-    for (int s = 0; s < shape->sidenumber; s++) {
-        CutSideAgain(shape, s);
-    }
 }
 
 bool DissolveStripe(Shape* shape, int stripe, int* followed)
@@ -133,7 +121,7 @@ bool DissolveStripe(Shape* shape, int stripe, int* followed)
     if (followed != nullptr) {
         *followed = indices[std::size_t(*followed)];
     }
-    CutAllAgain(shape);
+    CutSidesAgain(shape);
     SetStripesOfShape(shape);
     return true;
 }

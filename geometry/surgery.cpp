@@ -42,6 +42,11 @@ std::vector<int> GetPointsOfStripe(const Stripe& stripe)
     return {stripe.points, stripe.points + stripe.pointnumber};
 }
 
+std::vector<int> GetReversed(const std::vector<int>& points)
+{
+    return {points.rbegin(), points.rend()};
+}
+
 void SetCornersOfSide(Side* side, const std::vector<int>& corners)
 {
     FreeArray(side->points);
@@ -148,6 +153,13 @@ void CutSideAgain(Shape* shape, int side)
     Side& cut = shape->sides[side];
     ResizeRunOfSide(shape, side, cut.pointnumber - 2);
     SetTrianglesOfSide(&cut, cut.triangles[0]);
+}
+
+void CutSidesAgain(Shape* shape)
+{
+    for (int s = 0; s < shape->sidenumber; s++) {
+        CutSideAgain(shape, s);
+    }
 }
 
 // The new index of every point, -1 for those that go.

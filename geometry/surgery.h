@@ -21,6 +21,9 @@ std::vector<int> GetPointsOfStripe(const Stripe& stripe);
 void SetPointsOfStripe(Stripe* stripe, const std::vector<int>& points);
 void AppendStripe(Shape* shape, const std::vector<int>& points);
 
+// A list of points the other way round.
+std::vector<int> GetReversed(const std::vector<int>& points);
+
 // The side's triangles stay as they are.
 void SetCornersOfSide(Side* side, const std::vector<int>& corners);
 void ReverseCornersOfSide(Side* side);
@@ -37,6 +40,7 @@ void ResizeRunOfSide(Shape* shape, int side, int number);
 
 // Cuts a side's run, as long as its outline asks, and writes its triangles where it stands.
 void CutSideAgain(Shape* shape, int side);
+void CutSidesAgain(Shape* shape); // all of them
 
 // Removes the points that are marked, one mark per point: from every outline, every stripe and the
 // vertexes, and lowers the indices of the points that stay. No side may lose a corner by it that

@@ -15,11 +15,6 @@ namespace korvane
 using Ring = std::vector<int>; // indices of points, in order round the ring
 using Edges = std::vector<std::array<int, 2>>;
 
-static Ring Reverse(const Ring& ring)
-{
-    return {ring.rbegin(), ring.rend()};
-}
-
 // What a wall of a sweep looks like: as the swept side does, from the front.
 static Side GetWallLook(const Side& side)
 {
@@ -125,7 +120,7 @@ static void SweepToTube(Shape* shape, const Places& path)
     shape->sides[0].visibility = VISIBLE_FRONT;
     const Side look = shape->sides[0];
     AppendWallsAlong(shape, rings, look);
-    AppendSide(shape, Reverse(rings.back()), look);
+    AppendSide(shape, GetReversed(rings.back()), look);
 }
 
 // The path's last point is its first again.
@@ -153,10 +148,10 @@ static Sweep MakeSweepOfBody(Side* side, const Places& path)
 static void DrawSideOut(Shape* shape, int index, const Places& path)
 {
     const Sweep sweep = MakeSweepOfBody(&shape->sides[index], path);
-    const Ring first = Reverse(GetCornersOfSide(shape->sides[index]));
+    const Ring first = GetReversed(GetCornersOfSide(shape->sides[index]));
     const std::vector<Ring> rings = AppendRings(shape, sweep, first, int(path.size()));
     AppendWallsAlong(shape, rings, GetWallLook(shape->sides[index]));
-    SetCornersOfSide(&shape->sides[index], Reverse(rings.back())); // the side becomes the cap
+    SetCornersOfSide(&shape->sides[index], GetReversed(rings.back())); // the side becomes the cap
 }
 
 // The target's corners in its own order, begun where they lie nearest to a ring. That ring runs
@@ -205,7 +200,7 @@ static bool BridgeSides(Shape* shape, int index, int target, const Places& path)
 {
     const Sweep sweep = MakeSweepOfBody(&shape->sides[index], path);
     const int ringnumber = int(path.size()) - 1; // the ring at the path's end is the target's
-    const Ring first = Reverse(GetCornersOfSide(shape->sides[index]));
+    const Ring first = GetReversed(GetCornersOfSide(shape->sides[index]));
     const Ring last = GetTargetRing(shape->sides[target], PlaceRing(sweep, ringnumber - 1));
     if (ringnumber == 2 && first == last) {
         return false;
@@ -250,13 +245,6 @@ static bool SweepFlatShape(Shape* shape, const Places& path, bool closed)
     }
     SweepToRing(shape, path);
     return true;
-}
-
-static void CutSidesAgain(Shape* shape)
-{
-    for (int s = 0; s < shape->sidenumber; s++) {
-        CutSideAgain(shape, s);
-    }
 }
 
 bool SweepSide(Shape* shape, int side, const Places& path, int target, bool closed)

@@ -134,6 +134,25 @@ TEST(CutSideAgain, GivesTheRunTheLengthOfTheOutline)
     EXPECT_EQ(GetRun(*cube, 2), (Chain{3, 4}));
 }
 
+TEST(CutSidesAgain, CutsEverySide)
+{
+    const OwnedShape cube = Cube();
+    SetCornersOfSide(&cube->sides[0], {0, 3, 2});
+    SetCornersOfSide(&cube->sides[5], {1, 2, 6});
+    CutSidesAgain(cube.get());
+    EXPECT_EQ(GetRun(*cube, 0), (Chain{0}));
+    EXPECT_EQ(CornersOf(*cube, 0, 0), (Corners{0, 3, 2}));
+    EXPECT_EQ(GetRun(*cube, 5), (Chain{9}));
+    EXPECT_EQ(CornersOf(*cube, 5, 0), (Corners{1, 2, 6}));
+    EXPECT_EQ(cube->trianglenumber, 10);
+}
+
+TEST(GetReversed, GivesTheOtherWayRound)
+{
+    EXPECT_EQ(GetReversed({4, 5, 6}), (Chain{6, 5, 4}));
+    EXPECT_EQ(GetReversed({}), Chain{});
+}
+
 TEST(RemovePoints, RenamesThePointsThatStayEverywhere)
 {
     // a quad 0, 1, 2, 3 and a triangle 3, 2, 4; the points 1 and 4 go
