@@ -1,12 +1,14 @@
 #include "ui/transform.h"
 
+#include "geometry/rounding.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/transforms.h"
 #include "scene/model.h"
 #include "scene/undo.h"
+#include "tests/support/camera.h"
 #include "tests/support/invariants.h"
-#include "tests/support/pointer.h"
-#include "tests/support/shapes.h"
+#include "tests/support/shapebytes.h"
+#include "tests/support/transformscene.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
 #include "ui/input.h"
@@ -28,218 +30,11 @@ namespace korvane
 
 using namespace korvane::testing;
 
-// The points and normals of a version of a shape, to compare to the bit.
-static std::string GetMeshBytes(const Shape& shape)
-{
-    std::string bytes;
-    const auto add = [&](const void* data, std::size_t size) {
-        bytes.append(static_cast<const char*>(data), size);
-    };
-    add(shape.points, sizeof(float[3]) * std::size_t(shape.pointnumber));
-    add(shape.normals, sizeof(float[3]) * std::size_t(shape.normalnumber));
-    for (int i = 0; i < shape.trianglenumber; i++) {
-        add(shape.triangles[i].points, sizeof shape.triangles[i].points);
-        add(shape.triangles[i].normals, sizeof shape.triangles[i].normals);
-    }
-    return bytes;
-}
-
-static std::string GetBytes(const Shape& shape)
-{
-    std::string bytes = GetMeshBytes(shape);
-    bytes.append(reinterpret_cast<const char*>(shape.center), sizeof shape.center);
-    bytes.append(reinterpret_cast<const char*>(&shape.radius), sizeof shape.radius);
-    return bytes;
-}
-
-static std::string GetModelBytes(int shape)
-{
-    return GetBytes(*shapes[shape]);
-}
-
-// The four versions of every shape.
-static std::string GetSceneBytes()
-{
-    std::string bytes;
-    for (int i = 0; i < shapenumber; i++) {
-        bytes += GetBytes(*shapes[i]) + GetBytes(*round1[i]) + GetMeshBytes(*shapest[i]) +
-                 GetMeshBytes(*round1t[i]);
-    }
-    return bytes;
-}
-
-static std::string GetPointBytes(int shape)
-{
-    return {reinterpret_cast<const char*>(shapes[shape]->points),
-            sizeof(float[3]) * std::size_t(shapes[shape]->pointnumber)};
-}
-
-static std::vector<GtkWidget*> GetSliders(GtkDialog* dialog)
-{
-    return FindWidgets(GTK_WIDGET(dialog), GTK_TYPE_HSCALE);
-}
-
-static void Slide(GtkDialog* dialog, std::size_t slider, double value)
-{
-    MoveSlider(GetSliders(dialog)[slider], value);
-}
+using TransformDialogs = TransformScene;
 
 static void Change(int code, double value)
 {
     EXPECT_EQ(ScaleChangeValue(nullptr, GTK_SCROLL_JUMP, value, GINT_TO_POINTER(code)), FALSE);
-}
-
-// Two boxes of half edge 0.1 in the middle and a square to the right of them, all projected: sides
-// 0 to 5, 6 to 11 and 12.
-class TransformDialogs : public PointerTest
-{
-protected:
-    void SetUp() override
-    {
-        PointerTest::SetUp();
-        AddToScene(CubeOfHalfEdge(0.1F), "first");
-        AddToScene(CubeOfHalfEdge(0.1F), "second");
-        AddToScene(
-            MakeFlatShape({{0.2F, 0.1F, 0}, {0.4F, 0.1F, 0}, {0.4F, 0.2F, 0}, {0.2F, 0.2F, 0}}),
-            "square");
-        TransferAllShape();
-        ChangeActives();
-        ForgetPressedElements();
-    }
-    void TearDown() override
-    {
-        EXPECT_EQ(FindBrokenRule(), "");
-        EXPECT_EQ(mainview.action, TOOL_NONE);
-        SelectNodes({});
-        ForgetPressedElements();
-    }
-
-    // Opens a tool's dialog, looks at it and answers it.
-    static void Open(int tool, int response, const std::function<void(GtkDialog*)>& look)
-    {
-        bool opened = false;
-        AnswerDialog([&](GtkDialog* dialog) {
-            opened = true;
-            look(dialog);
-            gtk_dialog_response(dialog, response);
-            return true;
-        });
-        ActionType(nullptr, GINT_TO_POINTER(tool));
-        EXPECT_TRUE(opened);
-    }
-};
-
-struct DialogLook {
-    int tool;
-    const char* title;
-    int code; // of the first slider
-};
-
-static void ExpectPlainDialog(GtkDialog* dialog, const DialogLook& look)
-{
-    GtkWindow* window = GTK_WINDOW(dialog);
-    EXPECT_STREQ(gtk_window_get_title(window), look.title);
-    EXPECT_TRUE(gtk_window_get_modal(window));
-    EXPECT_FALSE(gtk_window_get_resizable(window));
-    EXPECT_TRUE(gtk_window_get_skip_taskbar_hint(window));
-    EXPECT_TRUE(gtk_window_get_skip_pager_hint(window));
-    EXPECT_EQ(gtk_window_get_type_hint(window), GDK_WINDOW_TYPE_HINT_NORMAL);
-    EXPECT_EQ(gtk_window_get_transient_for(window), GTK_WINDOW(mainwindow));
-    const auto buttons = GetChildren(gtk_dialog_get_action_area(dialog));
-    ASSERT_EQ(buttons.size(), 2U);
-    for (GtkWidget* button : buttons) {
-        const std::string label = GetText(gtk_button_get_label(GTK_BUTTON(button)));
-        const int response = gtk_dialog_get_response_for_widget(dialog, button);
-        EXPECT_EQ(label, response == GTK_RESPONSE_OK ? "gtk-ok" : "gtk-cancel");
-    }
-}
-
-static void ExpectSlider(GtkWidget* slider, double reach, double step, int digits, int code)
-{
-    double lower, upper, stepincrement;
-    GtkAdjustment* adjustment = gtk_range_get_adjustment(GTK_RANGE(slider));
-    g_object_get(adjustment, "lower", &lower, "upper", &upper, "step-increment", &stepincrement,
-                 nullptr);
-    EXPECT_EQ(lower, -reach);
-    EXPECT_EQ(upper, reach);
-    EXPECT_EQ(stepincrement, step);
-    EXPECT_EQ(gtk_range_get_value(GTK_RANGE(slider)), 0);
-    EXPECT_EQ(gtk_scale_get_digits(GTK_SCALE(slider)), digits);
-    int requested;
-    gtk_widget_get_size_request(slider, &requested, nullptr);
-    EXPECT_EQ(requested, 360);
-    EXPECT_TRUE(
-        IsConnected(slider, "change-value", G_CALLBACK(ScaleChangeValue), GINT_TO_POINTER(code)));
-}
-
-static GtkWidget* GetBox(GtkDialog* dialog)
-{
-    return GetChildren(gtk_dialog_get_content_area(dialog))[0];
-}
-
-static void ExpectRow(GtkWidget* row, const char* markup)
-{
-    ASSERT_TRUE(GTK_IS_HBOX(row));
-    const auto parts = GetChildren(row);
-    ASSERT_EQ(parts.size(), 2U);
-    EXPECT_STREQ(gtk_label_get_label(GTK_LABEL(parts[0])), markup);
-    EXPECT_TRUE(gtk_label_get_use_markup(GTK_LABEL(parts[0])));
-    EXPECT_TRUE(GTK_IS_HSCALE(parts[1]));
-}
-
-TEST_F(TransformDialogs, OfferThreeAnglesToTurnBy)
-{
-    buttonpresssideactive = 8;
-    const DialogLook looks[] = {{ROTATE_SIDE, "Rotate side", 1},
-                                {ROTATE_SHAPE, "Rotate shape", 4},
-                                {ROTATE_SELECTED, "Rotate selected", 7}};
-    for (const DialogLook& look : looks) {
-        SCOPED_TRACE(look.title);
-        Open(look.tool, GTK_RESPONSE_CANCEL, [&](GtkDialog* dialog) {
-            ExpectPlainDialog(dialog, look);
-            GtkBox* box = GTK_BOX(GetBox(dialog));
-            EXPECT_TRUE(gtk_box_get_homogeneous(box));
-            EXPECT_EQ(gtk_box_get_spacing(box), 10);
-            EXPECT_EQ(gtk_container_get_border_width(GTK_CONTAINER(box)), 10U);
-            const auto rows = GetChildren(GTK_WIDGET(box));
-            ASSERT_EQ(rows.size(), 3U);
-            ExpectRow(rows[0], "<b> X axis: </b>");
-            ExpectRow(rows[1], "<b> Y axis: </b>");
-            ExpectRow(rows[2], "<b> Z axis: </b>");
-            for (int i = 0; i < 3; i++) {
-                ExpectSlider(GetSliders(dialog)[std::size_t(i)], 180, 0.1, 1, look.code + i);
-            }
-        });
-    }
-}
-
-// The title is the same for all three.
-TEST_F(TransformDialogs, OfferFourExponentsToScaleBy)
-{
-    buttonpresssideactive = 8;
-    const DialogLook looks[] = {{SCALE_SIDE, "Scale selected", 10},
-                                {SCALE_SHAPE, "Scale selected", 14},
-                                {SCALE_SELECTED, "Scale selected", 18}};
-    for (const DialogLook& look : looks) {
-        SCOPED_TRACE(look.tool);
-        Open(look.tool, GTK_RESPONSE_CANCEL, [&](GtkDialog* dialog) {
-            ExpectPlainDialog(dialog, look);
-            GtkBox* box = GTK_BOX(GetBox(dialog));
-            EXPECT_FALSE(gtk_box_get_homogeneous(box));
-            EXPECT_EQ(gtk_box_get_spacing(box), 0);
-            EXPECT_EQ(gtk_container_get_border_width(GTK_CONTAINER(box)), 10U);
-            const auto rows = GetChildren(GTK_WIDGET(box));
-            ASSERT_EQ(rows.size(), 5U);
-            ExpectRow(rows[0], "<b> A: </b>");
-            EXPECT_TRUE(GTK_IS_HSEPARATOR(rows[1]));
-            ExpectRow(rows[2], "<b> X: </b>");
-            ExpectRow(rows[3], "<b> Y: </b>");
-            ExpectRow(rows[4], "<b> Z: </b>");
-            for (int i = 0; i < 4; i++) {
-                ExpectSlider(GetSliders(dialog)[std::size_t(i)], 4, 0.01, 2, look.code + i);
-            }
-        });
-    }
 }
 
 TEST_F(TransformDialogs, FindTheirTargetFromThePress)
@@ -276,16 +71,14 @@ TEST_F(TransformDialogs, DoNotOpenWithoutATarget)
     EXPECT_EQ(pindex, 0);
 }
 
-// The shapes have been moved before, so that their rounded versions are not quite what rounding
-// them anew would give.
-TEST_F(TransformDialogs, RestoreEverythingToTheBitWhenCancelled)
+static constexpr int dialogtools[] = {ROTATE_SIDE, SCALE_SIDE,      ROTATE_SHAPE,
+                                      SCALE_SHAPE, ROTATE_SELECTED, SCALE_SELECTED};
+
+// Cancels each dialog after its sliders have been moved, by its button and by closing it.
+static void ExpectEverythingRestored()
 {
-    buttonpresssideactive = 8;
-    SelectedMove(0, 0, 0.013F, 0.017F);
-    SelectedRotate(11, 0);
     const std::string before = GetSceneBytes();
-    for (const int tool :
-         {ROTATE_SIDE, SCALE_SIDE, ROTATE_SHAPE, SCALE_SHAPE, ROTATE_SELECTED, SCALE_SELECTED}) {
+    for (const int tool : dialogtools) {
         for (const int response : {GTK_RESPONSE_CANCEL, GTK_RESPONSE_DELETE_EVENT}) {
             SCOPED_TRACE(tool);
             rdstate = 0;
@@ -305,28 +98,129 @@ TEST_F(TransformDialogs, RestoreEverythingToTheBitWhenCancelled)
     }
 }
 
+// The shapes have been moved before, so that their rounded versions are not quite what rounding
+// them anew would give.
+TEST_F(TransformDialogs, RestoreEverythingToTheBitWhenCancelled)
+{
+    buttonpresssideactive = 8;
+    SelectedMove(0, 0, 0.013F, 0.017F);
+    SelectedRotate(11, 0);
+    ExpectEverythingRestored();
+}
+
+TEST_F(TransformDialogs, RestoreEverythingToTheBitUnderPerspective)
+{
+    buttonpresssideactive = 8;
+    mainview.perspective = fadedone;
+    RefreshView();
+    SelectedMove(0, 0, 0.013F, 0.017F);
+    SelectedRotate(11, 0);
+    ExpectEverythingRestored();
+}
+
+TEST_F(TransformDialogs, RestoreEverythingToTheBitBeforeATurnedCamera)
+{
+    buttonpresssideactive = 8;
+    SetRotation(MakeTurn({1, 2, 3}, 1));
+    mainview.scale = 1.3F;
+    mainview.center[1] = 0.07F;
+    RefreshView();
+    SelectedMove(0, 0, 0.013F, 0.017F);
+    SelectedRotate(11, 0);
+    ExpectEverythingRestored();
+}
+
+// What is seen when the view is so small that it reaches farther, and nothing is hidden.
+static std::string GetBytesOfAll()
+{
+    const unsigned char hidden = selected[4];
+    selected[4] = selectedintree | selectedshown;
+    mainview.scale = 0.2F;
+    RefreshView();
+    std::string bytes = GetSceneBytes();
+    selected[4] = hidden;
+    mainview.scale = 1;
+    RefreshView();
+    return bytes;
+}
+
+// One beside the view, one that the view does not show at present, and one that is drawn plain.
+TEST_F(TransformDialogs, RestoreWhatIsNotSeenToo)
+{
+    AddToScene(MakeFlatShape({{2, 0, 0}, {2.2F, 0, 0}, {2.2F, 0.2F, 0}, {2, 0.2F, 0}}), "beside");
+    AddToScene(CubeOfHalfEdge(0.1F), "hidden");
+    selected[4] = selectedintree;
+    AddToScene(CubeOfHalfEdge(0.005F), "tiny");
+    RefreshView();
+    ASSERT_EQ(showtable[3], SHOW_NOTHING);
+    ASSERT_EQ(showtable[4], SHOW_NOTHING);
+    ASSERT_EQ(showtable[5], SHOW_PLAIN);
+    const std::string before = GetBytesOfAll();
+    for (const int side : {13, 14, 20}) { // the first of each
+        SCOPED_TRACE(side);
+        buttonpresssideactive = side;
+        ExpectEverythingRestored();
+        EXPECT_TRUE(GetBytesOfAll() == before);
+    }
+}
+
+// Everything of the shapes' models.
+static std::string GetModelBytes()
+{
+    std::string bytes;
+    for (int i = 0; i < shapenumber; i++) {
+        bytes += GetBytes(*shapes[i]);
+    }
+    return bytes;
+}
+
+static std::vector<Points> GetPoints()
+{
+    std::vector<Points> points;
+    for (int i = 0; i < shapenumber; i++) {
+        points.push_back(PointsOf(*shapes[i]));
+    }
+    return points;
+}
+
+// What turned along while the dialog was open is made anew from the model.
+static void ExpectRoundedAnew()
+{
+    for (int i = 0; i < shapenumber; i++) {
+        SCOPED_TRACE(i);
+        const OwnedShape round(RoundShape(shapes[i]));
+        EXPECT_TRUE(GetBytes(*round1[i]) == GetBytes(*round));
+    }
+}
+
 TEST_F(TransformDialogs, KeepTheirWorkAsOneStepOfUndoOnOk)
 {
-    for (const int tool :
-         {ROTATE_SIDE, SCALE_SIDE, ROTATE_SHAPE, SCALE_SHAPE, ROTATE_SELECTED, SCALE_SELECTED}) {
+    for (const int tool : dialogtools) {
         SCOPED_TRACE(tool);
         buttonpresssideactive = 8;
-        const std::string before = GetModelBytes(1);
-        std::string during;
+        const std::string before = GetModelBytes();
+        const std::vector<Points> pointsbefore = GetPoints();
+        std::vector<Points> during;
         Open(tool, GTK_RESPONSE_OK, [&](GtkDialog* dialog) {
             Slide(dialog, 0, 1.25);
             Slide(dialog, 1, 1);
             Slide(dialog, 2, -0.5);
-            during = GetPointBytes(1);
+            during = GetPoints();
         });
+        const bool all = tool == ROTATE_SELECTED || tool == SCALE_SELECTED;
+        for (std::size_t i = 0; i < during.size(); i++) {
+            EXPECT_EQ(during[i] != pointsbefore[i], all || i == 1);
+        }
         EXPECT_EQ(pindex, 1);
-        EXPECT_TRUE(GetPointBytes(1) == during);
+        EXPECT_EQ(GetPoints(), during);
+        ExpectRoundedAnew();
         EXPECT_EQ(activesides[0].active, 1);
         PopUndo();
-        EXPECT_TRUE(GetModelBytes(1) == before);
+        EXPECT_TRUE(GetModelBytes() == before);
         EXPECT_EQ(pindex, 0);
         PopRedo();
-        EXPECT_TRUE(GetPointBytes(1) == during);
+        EXPECT_EQ(GetPoints(), during);
+        ExpectRoundedAnew();
         PopUndo();
         DelPuffer();
     }
@@ -355,18 +249,18 @@ TEST_F(TransformDialogs, WorkOnTheSelectionAloneThoughOpenedOverASide)
 {
     SelectNodes({1, 3}); // the first box and the square
     buttonpresssideactive = 8;
-    const std::string second = GetModelBytes(1);
-    const std::string first = GetModelBytes(0);
-    const std::string square = GetModelBytes(2);
+    const std::string second = GetBytes(*shapes[1]);
+    const std::string first = GetBytes(*shapes[0]);
+    const std::string square = GetBytes(*shapes[2]);
     for (const int tool : {ROTATE_SELECTED, SCALE_SELECTED}) {
         Open(tool, GTK_RESPONSE_OK, [&](GtkDialog* dialog) { Slide(dialog, 0, 1); });
-        EXPECT_TRUE(GetModelBytes(1) == second);
-        EXPECT_TRUE(GetModelBytes(0) != first);
-        EXPECT_TRUE(GetModelBytes(2) != square);
+        EXPECT_TRUE(GetBytes(*shapes[1]) == second);
+        EXPECT_TRUE(GetBytes(*shapes[0]) != first);
+        EXPECT_TRUE(GetBytes(*shapes[2]) != square);
         EXPECT_EQ(pindex, 1);
         PopUndo();
-        EXPECT_TRUE(GetModelBytes(0) == first);
-        EXPECT_TRUE(GetModelBytes(2) == square);
+        EXPECT_TRUE(GetBytes(*shapes[0]) == first);
+        EXPECT_TRUE(GetBytes(*shapes[2]) == square);
         DelPuffer();
         SelectNodes({1, 3});
     }
@@ -474,7 +368,7 @@ TEST_F(TransformDialogs, LeaveMovingToTheNextDrag)
         SCOPED_TRACE(row.tool);
         SetUp();
         buttonpresssideactive = 12;
-        const std::string before = GetModelBytes(2);
+        const std::string before = GetBytes(*shapes[2]);
         ActionType(nullptr, GINT_TO_POINTER(row.tool));
         EXPECT_EQ(pindex, 1);
         EXPECT_STREQ(gtk_label_get_text(GTK_LABEL(FindWidget(statusbar, GTK_TYPE_LABEL))),
@@ -498,7 +392,7 @@ TEST_F(TransformDialogs, LeaveMovingToTheNextDrag)
         EXPECT_EQ(FindBrokenRule(), "");
         EXPECT_EQ(pindex, 1);
         PopUndo();
-        EXPECT_TRUE(GetModelBytes(2) == before);
+        EXPECT_TRUE(GetBytes(*shapes[2]) == before);
     }
 }
 
