@@ -1,10 +1,10 @@
 #include "geometry/transforms.h"
 
-#include "geometry/rounding.h"
 #include "geometry/shapegeometry.h"
 #include "scene/treeview.h"
-#include "tests/support/camera.h"
 #include "tests/support/invariants.h"
+#include "tests/support/shapebytes.h"
+#include "tests/support/transformchecks.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 
@@ -17,27 +17,6 @@
 namespace korvane::testing
 {
 
-using Map = std::function<Vector(const Vector&)>;
-
-static constexpr Vector boxcenter = {0.2, 0.15, 0.05};
-static constexpr Vector origin = {0, 0, 0};
-
-// World x goes up on the screen and world y to the left.
-static const Columns quarterturn = {{{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}}};
-
-// A cube of half edge 0.1 about (0.2, 0.15, 0.05).
-static OwnedShape MakeBox()
-{
-    OwnedShape box = CubeOfHalfEdge(0.1F);
-    for (int i = 0; i < box->pointnumber; i++) {
-        for (std::size_t k = 0; k < 3; k++) {
-            box->points[i][k] = float(double(box->points[i][k]) + boxcenter[k]);
-        }
-    }
-    CompleteShape(box.get());
-    return box;
-}
-
 // Two squares that share the edge from 1 to 2.
 static OwnedShape MakeTwoSquares()
 {
@@ -45,123 +24,6 @@ static OwnedShape MakeTwoSquares()
         {{0, 0, 0}, {0.2F, 0, 0}, {0.2F, 0.2F, 0}, {0, 0.2F, 0}, {0.4F, 0, 0}, {0.4F, 0.2F, 0}},
         {{0, 1, 2, 3}, {1, 4, 5, 2}});
 }
-
-static void ExpectPoint(const float* actual, const Vector& expected)
-{
-    for (std::size_t k = 0; k < 3; k++) {
-        EXPECT_NEAR(double(actual[k]), expected[k], 1e-6) << "coordinate " << k;
-    }
-}
-
-// Every point is where the map takes its offset from a pivot.
-static void ExpectMapped(const Points& before, const Shape& shape, const Vector& pivot,
-                         const Map& map)
-{
-    ASSERT_EQ(int(before.size()), shape.pointnumber);
-    for (std::size_t i = 0; i < before.size(); i++) {
-        const Vector offset = {double(before[i][0]) - pivot[0], double(before[i][1]) - pivot[1],
-                               double(before[i][2]) - pivot[2]};
-        const Vector mapped = map(offset);
-        SCOPED_TRACE("point " + std::to_string(i));
-        ExpectPoint(shape.points[i],
-                    {mapped[0] + pivot[0], mapped[1] + pivot[1], mapped[2] + pivot[2]});
-    }
-}
-
-static void ExpectNear(const float (*a)[3], const float (*b)[3], int n, double tolerance)
-{
-    for (int i = 0; i < n; i++) {
-        for (int k = 0; k < 3; k++) {
-            ASSERT_NEAR(double(a[i][k]), double(b[i][k]), tolerance) << i << ", " << k;
-        }
-    }
-}
-
-// The normals at the corners of the triangles. Others may be there that no corner uses.
-static void ExpectNearNormals(const Shape& a, const Shape& b, double tolerance)
-{
-    ASSERT_EQ(a.trianglenumber, b.trianglenumber);
-    for (int i = 0; i < a.trianglenumber; i++) {
-        for (int k = 0; k < 3; k++) {
-            ExpectNear(&a.normals[a.triangles[i].normals[k]], &b.normals[b.triangles[i].normals[k]],
-                       1, tolerance);
-        }
-    }
-}
-
-// Normals, bounds and the rounded version are what the points give, within a tolerance.
-static void ExpectDerived(int shape, double tolerance)
-{
-    const OwnedShape fresh(CopyShape(shapes[shape]));
-    SetNormalsOfShape(fresh.get());
-    SetCenterPointOfShape(fresh.get());
-    SetRadiusOfShape(fresh.get());
-    const OwnedShape round(RoundShape(fresh.get()));
-    ExpectNearNormals(*shapes[shape], *fresh, tolerance);
-    ExpectNear(&shapes[shape]->center, &fresh->center, 1, tolerance);
-    EXPECT_NEAR(double(shapes[shape]->radius), double(fresh->radius), tolerance);
-    ASSERT_EQ(round->pointnumber, round1[shape]->pointnumber);
-    ExpectNear(round1[shape]->points, round->points, round->pointnumber, tolerance);
-    ExpectNearNormals(*round1[shape], *round, tolerance);
-}
-
-// The view copies are those of the present points.
-static void ExpectProjected(int shape)
-{
-    ASSERT_EQ(showtable[shape], SHOW_ROUNDED);
-    const Shape* versions[2][2] = {{shapes[shape], shapest[shape]},
-                                   {round1[shape], round1t[shape]}};
-    for (const auto& [model, copy] : versions) {
-        const OwnedShape fresh(CopyShape(model));
-        TransferPoints(&mainview, fresh->points, fresh->pointnumber);
-        ExpectNear(copy->points, fresh->points, fresh->pointnumber, 0);
-    }
-}
-
-static constexpr double rigid = 2e-6; // what turns and moves in place leave of rounding
-static constexpr double rebuilt = 0;  // what is derived anew is so to the bit
-
-// A quarter turn about each axis, and a doubling along all axes and along each.
-static const Map turns[3] = {
-    [](const Vector& d) {
-        return Vector{d[0], -d[2], d[1]};
-    }, // y goes to z
-    [](const Vector& d) {
-        return Vector{d[2], d[1], -d[0]};
-    }, // z goes to x
-    [](const Vector& d) {
-        return Vector{-d[1], d[0], d[2]};
-    }, // x goes to y
-};
-static const Map doublings[4] = {
-    [](const Vector& d) {
-        return Vector{2 * d[0], 2 * d[1], 2 * d[2]};
-    },
-    [](const Vector& d) {
-        return Vector{2 * d[0], d[1], d[2]};
-    },
-    [](const Vector& d) {
-        return Vector{d[0], 2 * d[1], d[2]};
-    },
-    [](const Vector& d) {
-        return Vector{d[0], d[1], 2 * d[2]};
-    },
-};
-
-class Transforms : public StartViewTest
-{
-protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(FindBrokenRule(), "");
-        SelectNodes({});
-    }
-
-    static Points Remember(int shape)
-    {
-        return PointsOf(*shapes[shape]);
-    }
-};
 
 TEST_F(Transforms, TurnAShapeAboutItsCentreByTheAxesOfTheScreen)
 {
@@ -200,22 +62,6 @@ TEST_F(Transforms, TurnAShapeThereAndBack)
     ExpectMapped(before, *shapes[box], origin, [](const Vector& d) { return d; });
 }
 
-// The screen's x axis is the world's -y: a quarter turn about it takes world x to z.
-TEST_F(Transforms, TurnAShapeByTheScreenOfATurnedCamera)
-{
-    SetRotation(quarterturn);
-    mainview.scale = 2;
-    mainview.center[0] = 0.1F;
-    mainview.center[2] = 0.3F;
-    const int box = AddToView(MakeBox());
-    const Points before = Remember(box);
-    ShapeRotate(box, 90, 0);
-    ExpectMapped(before, *shapes[box], boxcenter, [](const Vector& d) {
-        return Vector{-d[2], d[1], d[0]};
-    });
-    ExpectDerived(box, rigid);
-}
-
 TEST_F(Transforms, TurnTheSelectionAboutTheMiddleOfTheView)
 {
     for (int axis = 0; axis < 3; axis++) {
@@ -249,18 +95,6 @@ TEST_F(Transforms, ScaleAShapeFromItsCentre)
         EXPECT_EQ(activestripes[0].active, 0);
         EXPECT_EQ(activepoints[0].active, 0);
     }
-}
-
-// The screen's x axis is the world's -y.
-TEST_F(Transforms, ScaleAShapeByTheScreenOfATurnedCamera)
-{
-    SetRotation(quarterturn);
-    const int box = AddToView(MakeBox());
-    const Points before = Remember(box);
-    ShapeScale(box, 0.5, 1);
-    ExpectMapped(before, *shapes[box], boxcenter, [](const Vector& d) {
-        return Vector{d[0], d[1] / 2, d[2]};
-    });
 }
 
 TEST_F(Transforms, ScaleTheSelectionFromTheMiddleOfTheView)
@@ -369,19 +203,6 @@ TEST_F(Transforms, MoveAShapeInTheViewPlane)
     ExpectPoint(round1[box]->center, {0.075, 0.4, 0.05});
     ExpectProjected(box);
     EXPECT_EQ(activesides[0].active, 1);
-}
-
-// Up on the screen is the world's x, right is its -y, and all is twice as large.
-TEST_F(Transforms, MoveAShapeAlongTheScreenOfATurnedCamera)
-{
-    SetRotation(quarterturn);
-    mainview.scale = 2;
-    const int box = AddToView(MakeBox());
-    const Points before = Remember(box);
-    ShapeMove(box, 0, 0, 0.1F, 0.04F);
-    ExpectMapped(before, *shapes[box], origin, [](const Vector& d) {
-        return Vector{d[0] + 0.02, d[1] - 0.05, d[2]};
-    });
 }
 
 // At depth z the eye, 1.5 before the middle, enlarges by 1.5 / (1.5 - z): the far points move more.
@@ -506,6 +327,12 @@ TEST_F(Transforms, MoveAPointOnceThatASideListsTwice)
     }
 }
 
+static std::string GetBytesOfVersions(int shape)
+{
+    return GetBytes(*shapes[shape]) + GetBytes(*round1[shape]) + GetBytes(*shapest[shape]) +
+           GetBytes(*round1t[shape]);
+}
+
 // One shape in a selected folder, one selected by itself, one not at all.
 TEST_F(Transforms, LeaveWhatIsNotSelectedToTheBit)
 {
@@ -515,7 +342,7 @@ TEST_F(Transforms, LeaveWhatIsNotSelectedToTheBit)
     AddToScene(MakeBox(), "chosen");
     TransferAllShape();
     SelectNodes({folder, treeiternumber - 1});
-    const Points before = Remember(0);
+    const std::string before = GetBytesOfVersions(1);
     const std::function<void()> works[] = {[] { SelectedRotate(45, 1); },
                                            [] { SelectedScale(2, 1); },
                                            [] { SelectedMove(0, 0, 0.125F, 0); }};
@@ -526,7 +353,7 @@ TEST_F(Transforms, LeaveWhatIsNotSelectedToTheBit)
         EXPECT_NE(Remember(0), inside);
         EXPECT_NE(Remember(2), chosen);
         EXPECT_EQ(Remember(0), Remember(2));
-        EXPECT_EQ(Remember(1), before);
+        EXPECT_TRUE(GetBytesOfVersions(1) == before);
         EXPECT_EQ(FindBrokenRule(), "");
     }
 }
