@@ -261,12 +261,22 @@ void ImagePixels::AddCrossingSheets()
     }
 }
 
+// The rounding of the average is all that may differ.
 TEST_F(ImagePixels, AreThoseOfThePlainMethod)
 {
     AddCrossingSheets();
     const Image image = MakeImage();
-    window.Run(
-        [&] { EXPECT_TRUE(image.pixels == DrawPlainly(CollectTriangles(), LIGHT_PERTRIANGLE)); });
+    std::vector<float> plain;
+    window.Run([&] { plain = DrawPlainly(CollectTriangles(), LIGHT_PERTRIANGLE); });
+    ASSERT_EQ(plain.size(), image.pixels.size());
+    float difference = 0;
+    int averaged = 0;
+    for (std::size_t i = 0; i < plain.size(); i++) {
+        difference = std::max(difference, std::abs(float(image.pixels[i]) - plain[i]));
+        averaged += plain[i] != std::floor(plain[i]) ? 1 : 0;
+    }
+    EXPECT_LE(difference, 0.5F);
+    EXPECT_GT(averaged, 10000); // the scene has edges enough
 }
 
 TEST_F(ImagePixels, DoNotDependOnTheWindow)

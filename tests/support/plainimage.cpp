@@ -1,10 +1,15 @@
 #include "tests/support/plainimage.h"
 
-#include "export/imagetiles.h"
 #include "geometry/rounding.h"
+#include "view/glsetup.h"
 #include "view/mainview.h"
+#include "view/programs.h"
 
 #include <GL/glew.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace korvane::testing
 {
@@ -98,21 +103,119 @@ static unsigned int Compile(const std::vector<ImageTriangle>& triangles, LightSt
     return list;
 }
 
-std::vector<unsigned char> DrawPlainly(const std::vector<ImageTriangle>& triangles,
-                                       LightStates states)
+// A buffer of this method's own, as large as a tile.
+struct Canvas {
+    GLuint framebuffer = 0;
+    GLuint buffers[2] = {}; // colour and depth
+};
+
+static Canvas MakeCanvas()
 {
-    std::vector<unsigned char> image(std::size_t(imagewidth) * imageheight * 4);
-    const unsigned int list = Compile(triangles, states);
-    const ImageTriangle* first = triangles.data();
-    const double halfdepth = GetHalfDepth(GetTileSets(first, int(triangles.size())), first);
-    MakeTileBuffer();
-    for (int tile = 0; tile < tilenumber; tile++) {
-        for (int pass = 0; pass < tilepasses; pass++) {
-            DrawTilePart({tile, pass, halfdepth}, list, true, true);
-        }
-        StoreTile(tile, image.data());
+    Canvas canvas;
+    glGenFramebuffers(1, &canvas.framebuffer);
+    glBindFramebuffer(GL_FRAMEBUFFER, canvas.framebuffer);
+    glGenRenderbuffers(2, canvas.buffers);
+    constexpr GLenum kinds[2][2] = {{GL_COLOR_ATTACHMENT0, GL_RGBA8},
+                                    {GL_DEPTH_ATTACHMENT, GL_DEPTH_COMPONENT24}};
+    for (int i = 0; i < 2; i++) {
+        glBindRenderbuffer(GL_RENDERBUFFER, canvas.buffers[i]);
+        glRenderbufferStorage(GL_RENDERBUFFER, kinds[i][1], 256, 256);
+        glFramebufferRenderbuffer(GL_FRAMEBUFFER, kinds[i][0], GL_RENDERBUFFER, canvas.buffers[i]);
     }
-    FreeTileBuffer();
+    return canvas;
+}
+
+static void FreeCanvas(const Canvas& canvas)
+{
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    glDeleteFramebuffers(1, &canvas.framebuffer);
+    glDeleteRenderbuffers(2, canvas.buffers);
+}
+
+static void CallLit(unsigned int list)
+{
+    glEnable(GL_VERTEX_PROGRAM_ARB);
+    glEnable(GL_FRAGMENT_PROGRAM_ARB);
+    glBindProgramARB(GL_VERTEX_PROGRAM_ARB, arbid[LIT_VERTEX]);
+    glBindProgramARB(GL_FRAGMENT_PROGRAM_ARB, arbid[LIT_FRAGMENT]);
+    glEnable(GL_LIGHT0);
+    glEnable(GL_LIGHT1);
+    glCallList(list);
+    glDisable(GL_LIGHT1);
+    glDisable(GL_LIGHT0);
+    glDisable(GL_FRAGMENT_PROGRAM_ARB);
+    glDisable(GL_VERTEX_PROGRAM_ARB);
+}
+
+// No corner lies farther before or behind the view's middle.
+static double GetDepth(const std::vector<ImageTriangle>& triangles)
+{
+    double depth = 1;
+    for (const ImageTriangle& triangle : triangles) {
+        for (const float* corner : triangle.vertices) {
+            depth = std::max(depth, 1.01 * std::abs(corner[2]));
+        }
+    }
+    return depth;
+}
+
+static void SetProjection(double depth)
+{
+    glViewport(0, 0, 256, 256);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-0.125, 0.125, -0.125, 0.125, -depth, depth);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+using TilePixels = std::array<float, 256UL * 256 * 4>; // rows from the bottom
+
+// Four passes that lie a part of a pixel, 0.25 / 256, apart.
+static void AverageTile(int column, int row, unsigned int list, TilePixels& average)
+{
+    static constexpr double moves[4][2] = {{-0.000203269, 0.000345439},
+                                           {0.000199071, -0.000345488},
+                                           {-0.000285768, -0.000146431},
+                                           {0.000289965, 0.000146479}};
+    static std::array<unsigned char, 256UL * 256 * 4> pixels;
+    average.fill(0);
+    for (const double* move : moves) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glLoadIdentity();
+        glTranslated((2 - column) * 0.25, (row - 1.5) * 0.25, 0);
+        glTranslated(move[0], move[1], 0);
+        CallLit(list);
+        glReadPixels(0, 0, 256, 256, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+        std::transform(average.begin(), average.end(), pixels.begin(), average.begin(),
+                       [](float sum, unsigned char part) { return sum + 0.25F * float(part); });
+    }
+    glLoadIdentity();
+}
+
+static void PutTile(int column, int row, const TilePixels& tile, std::vector<float>& image)
+{
+    for (int y = 0; y < 256; y++) {
+        const float* source = tile.data() + std::ptrdiff_t(255 - y) * 256 * 4;
+        const std::ptrdiff_t place = std::ptrdiff_t(256 * row + y) * 1280 + 256 * column;
+        std::copy_n(source, 256 * 4, image.begin() + place * 4);
+    }
+}
+
+std::vector<float> DrawPlainly(const std::vector<ImageTriangle>& triangles, LightStates states)
+{
+    std::vector<float> image(1280UL * 1024 * 4);
+    const unsigned int list = Compile(triangles, states);
+    const Canvas canvas = MakeCanvas();
+    SetProjection(GetDepth(triangles));
+    static TilePixels tile;
+    for (int row = 0; row < 4; row++) {
+        for (int column = 0; column < 5; column++) {
+            AverageTile(column, row, list, tile);
+            PutTile(column, row, tile, image);
+        }
+    }
+    FreeCanvas(canvas);
+    SetViewProjection();
     glDeleteLists(list, 1);
     return image;
 }

@@ -1,6 +1,6 @@
 // The image as the plain method makes it, to compare with: one list of all triangles, which sets
-// the light state anew for each of them and is drawn 20 x 4 times. A context must be current;
-// cisign is set while it works.
+// the light state anew for each of them and is drawn 20 x 4 times through the programs of lit
+// surfaces. A context must be current; cisign is set while the triangles are collected.
 #pragma once
 
 #include "export/imagetriangles.h"
@@ -18,7 +18,8 @@ enum LightStates {
     LIGHT_ONCE // that of the first triangle serves all, which is faster and wrong
 };
 
-std::vector<unsigned char> DrawPlainly(const std::vector<ImageTriangle>& triangles,
-                                       LightStates states);
+// The averages of the passes, unrounded, in the places that imagebuffer has them. Nothing of the
+// program's own rendering of tiles is used: not its buffer, its projection, its moves or its sum.
+std::vector<float> DrawPlainly(const std::vector<ImageTriangle>& triangles, LightStates states);
 
 } // namespace korvane::testing
