@@ -71,4 +71,17 @@ void CancelAfter(const GlWindow& window, int steps)
     CreateImage();
 }
 
+int ImageTest::Add(OwnedShape shape)
+{
+    AddShape(shape.release());
+    selected[shapenumber - 1] = selectedfade;
+    return shapenumber - 1;
+}
+
+Image ImageTest::MakeImage() const
+{
+    ProjectScene();
+    return MakeImageIn(window);
+}
+
 } // namespace korvane::testing

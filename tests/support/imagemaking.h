@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/glwindow.h"
+#include "tests/support/shapes.h"
 
 #include <functional>
 #include <vector>
@@ -29,5 +30,26 @@ Image MakeImageIn(const GlWindow& window);
 
 // Runs the command and cancels it after so many steps.
 void CancelAfter(const GlWindow& window, int steps);
+
+// The fixture of tests that look at images of a scene of their own.
+class ImageTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        StartEmptyView();
+    }
+
+    void TearDown() override
+    {
+        StartEmptyView();
+    }
+
+    static int Add(OwnedShape shape); // to the scene, as seen; returns its index
+
+    Image MakeImage() const; // of the scene
+
+    GlWindow window{300, 300};
+};
 
 } // namespace korvane::testing
