@@ -5,6 +5,7 @@
 #include "scene/scenefile.h"
 #include "scene/treeedit.h"
 #include "scene/undo.h"
+#include "ui/heldkeys.h"
 #include "view/frameloop.h"
 #include "view/navigation.h"
 #include "view/picking.h"
@@ -20,6 +21,10 @@ char keyspace = 0;
 GtkWidget* toolbutton_gradient = nullptr;
 GtkWidget* toolbutton_full = nullptr;
 GtkWidget* toolbutton_wire = nullptr;
+
+// Escape was held when the keys came to the main window: it has closed a menu or a dialog or broken
+// off a drag, and only the next one is meant for the window.
+static bool foreignescape = false;
 
 static constexpr float panstep = 0.5F;    // view units that an arrow key moves the scene
 static constexpr float depthstep = 0.02F; // and the keys that move it forward and back
@@ -148,7 +153,9 @@ static bool PressPlainKey(guint key)
         SetSpace(true);
         return true;
     case GDK_KEY_Escape:
-        gtk_main_quit(); // Deliberate: without asking, even with unsaved changes
+        if (!foreignescape) {
+            gtk_main_quit(); // Deliberate: without asking, even with unsaved changes
+        }
         return true;
     default:
         return PressEditKey(key) || PressCameraKey(key);
@@ -183,6 +190,9 @@ int KeyPress(void*, GdkEventKey* event)
 
 int KeyRelease(void*, GdkEventKey* event)
 {
+    if (event->keyval == GDK_KEY_Escape) {
+        foreignescape = false;
+    }
     if (event->keyval != GDK_KEY_space) {
         return FALSE;
     }
@@ -194,6 +204,22 @@ int KeysLost(void*, GdkEventFocus*)
 {
     SetSpace(false);
     return FALSE;
+}
+
+static void NoticeHeldEscape()
+{
+    foreignescape = IsKeyDown(GDK_KEY_Escape);
+}
+
+int KeysGained(void*, GdkEventFocus*)
+{
+    NoticeHeldEscape();
+    return FALSE;
+}
+
+void KeysGrabbed(void*, int)
+{
+    NoticeHeldEscape();
 }
 
 } // namespace korvane

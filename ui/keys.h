@@ -20,8 +20,14 @@ extern GtkWidget* toolbutton_wire;
 int KeyPress(void* data, GdkEventKey* event);
 int KeyRelease(void* data, GdkEventKey* event);
 
-// Handler of the main window's "focus_out_event", connected swapped and always passed on: the
-// release of a held key will go to another window.
+// Handlers of the main window's "focus_out_event" and "focus_in_event", connected swapped and
+// always passed on: the release of a held key will go to another window, and a key that repeats now
+// may have been pressed in another.
 int KeysLost(void* data, GdkEventFocus* event);
+int KeysGained(void* data, GdkEventFocus* event);
+
+// Handler of the main window's "grab_notify", connected swapped: menus and drags in the tree take
+// the keys without the focus.
+void KeysGrabbed(void* data, int ended);
 
 } // namespace korvane

@@ -155,6 +155,8 @@ static void ConnectSignals(GtkWidget* notebook, GtkWidget* area)
     g_signal_connect_swapped(mainwindow, "key_press_event", G_CALLBACK(KeyPress), nullptr);
     g_signal_connect_swapped(mainwindow, "key_release_event", G_CALLBACK(KeyRelease), nullptr);
     g_signal_connect_swapped(mainwindow, "focus_out_event", G_CALLBACK(KeysLost), nullptr);
+    g_signal_connect_swapped(mainwindow, "focus_in_event", G_CALLBACK(KeysGained), nullptr);
+    g_signal_connect_swapped(mainwindow, "grab_notify", G_CALLBACK(KeysGrabbed), nullptr);
     g_signal_connect(mainwindow, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
 }
 

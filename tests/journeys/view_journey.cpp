@@ -147,6 +147,33 @@ TEST_F(View, PopsUpAMenuAtARightClickButNotAfterARightDrag)
     EXPECT_TRUE(journey.IsRunning());
 }
 
+// Its repeats come to the window when the menu or the dialog has gone.
+TEST_F(View, StaysWhenEscapeIsHeldToCloseAMenu)
+{
+    journey.Click(X(-0.3), Y(-0.3), 3);
+    ASSERT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
+    journey.Hold("Escape");
+    EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
+    journey.LookWhenStill();
+    ASSERT_TRUE(journey.IsRunning());
+    journey.LetGo("Escape");
+    journey.Key("Escape");
+    EXPECT_EQ(journey.WaitForEnd(), 0);
+}
+
+TEST_F(View, StaysWhenEscapeIsHeldToCloseADialog)
+{
+    journey.Key("ctrl+o");
+    ASSERT_TRUE(journey.WaitForFront("Open scene"));
+    journey.Hold("Escape");
+    EXPECT_TRUE(journey.WaitForFront("Vintra"));
+    journey.LookWhenStill();
+    ASSERT_TRUE(journey.IsRunning());
+    journey.LetGo("Escape");
+    journey.Key("Escape");
+    EXPECT_EQ(journey.WaitForEnd(), 0);
+}
+
 TEST_F(View, GoesWithTheProgramAtEscape)
 {
     journey.Key("Escape");

@@ -1,5 +1,6 @@
 #include "tests/support/journey.h"
 
+#include <X11/XKBlib.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -200,6 +201,20 @@ void Journey::Type(const std::string& text)
 void Journey::Key(const std::string& keys)
 {
     Tell("key " + keys);
+}
+
+void Journey::Hold(const std::string& key)
+{
+    constexpr unsigned int wait = 100; // milliseconds
+    constexpr unsigned int interval = 20;
+    XkbSetAutoRepeatRate(display, XkbUseCoreKbd, wait, interval);
+    XSync(display, False);
+    Tell("keydown " + key);
+}
+
+void Journey::LetGo(const std::string& key)
+{
+    Tell("keyup " + key);
 }
 
 // The window that the window manager names in a property of the root window, None without one.

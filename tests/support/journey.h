@@ -62,6 +62,9 @@ public:
     void ClickTrembling(int x, int y, int pixels);
     void Type(const std::string& text);
     void Key(const std::string& keys); // as xdotool names them, for instance "alt+s"
+    // A key goes down, which soon repeats, and up again.
+    void Hold(const std::string& key);
+    void LetGo(const std::string& key);
 
     // Until the window with the keyboard has this title.
     bool WaitForFront(const std::string& title);

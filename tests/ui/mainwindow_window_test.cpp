@@ -297,6 +297,9 @@ TEST(MainWindow, HearsTheKeysWhereverTheFocusIs)
     GtkWidget* window = ShowMainWindow();
     EXPECT_TRUE(IsConnected(window, "key-press-event", G_CALLBACK(KeyPress)));
     EXPECT_TRUE(IsConnected(window, "key-release-event", G_CALLBACK(KeyRelease)));
+    EXPECT_TRUE(IsConnected(window, "focus-out-event", G_CALLBACK(KeysLost)));
+    EXPECT_TRUE(IsConnected(window, "focus-in-event", G_CALLBACK(KeysGained)));
+    EXPECT_TRUE(IsConnected(window, "grab-notify", G_CALLBACK(KeysGrabbed)));
 }
 
 TEST(TreePane, HandsItsEventsToTheTree)
