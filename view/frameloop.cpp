@@ -6,6 +6,7 @@
 #include "view/basestate.h"
 #include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/navigation.h"
 #include "view/overlays.h"
 #include "view/picking.h"
 #include "view/scenedraw.h"
@@ -26,6 +27,7 @@ static bool unanswered = false; // an expose has been asked for and has not come
 
 static void DrawFrame()
 {
+    SetGradientMouse(); // the grid may have come, gone or moved under a resting pointer
     BgDrawBefore(&mainview);
     SceneDraw(&mainview);
     AssertBaseState("SceneDraw");
@@ -155,7 +157,10 @@ static void AskForFrame(GtkWidget* area)
 static void StepView()
 {
     bool changed = StepBackground();
-    changed |= StepShapeDisplay();
+    if (StepShapeDisplay()) {
+        SearchActive(); // sides and lines can be picked while anything of them is shown
+        changed = true;
+    }
     bool projectionchanged = StepToggle(mainview.perspective);
     changed |= StepAllHovers();
     // A shape is left out of the projection while its byte is 0.

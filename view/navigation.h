@@ -30,7 +30,8 @@ double GetPowerOfTwo(double scale);
 double GetGradientStep(double scale);
 
 // Keeps gmouse: the pointer itself, or the crossing of the gradient grid that is nearest to it
-// while anything of the grid is shown. Call it after every motion of the pointer.
+// while anything of the grid is shown. Call it after every motion of the pointer; each frame calls
+// it too, for what the grid has done meanwhile.
 void SetGradientMouse();
 
 } // namespace korvane

@@ -1,10 +1,12 @@
 #include "view/frameloop.h"
 
+#include "geometry/construction.h"
 #include "scene/model.h"
 #include "tests/support/glwindow.h"
 #include "tests/support/paintedshapes.h"
 #include "view/cameraflight.h"
 #include "view/mainview.h"
+#include "view/navigation.h"
 #include "view/picking.h"
 
 #include <gtest/gtest.h>
@@ -144,6 +146,27 @@ TEST_F(FrameLoop, MovesSidesAndLinesByTheShapeDisplay)
     ExpectStep(mainview.sidesfade, 0, 1);
     mainview.sidesfade = fadefull;
     ExpectStep(mainview.linesfade, 0, 1);
+}
+
+// What is not shown is not picked, though the pointer rests.
+TEST_F(FrameLoop, FindsWhatComesAndGoesUnderARestingPointer)
+{
+    mainview.bgshape = BACKGROUND_NONE; // nothing else searches
+    AddShape(SquareAt(0, 0, 0).release());
+    selected[0] = selectedintree | selectedfade;
+    ProjectScene();
+    mouse[0] = mouse[1] = 0.02F; // on the side, far from its edges
+    SearchActive();
+    ASSERT_EQ(activepointer, &activesides[0]);
+    mainview.showshape = SHAPE_LINES;
+    Tick(14);
+    EXPECT_EQ(activepointer, &activesides[0]);
+    Tick(); // the side has gone
+    EXPECT_EQ(activepointer, nullptr);
+    mainview.showshape = SHAPE_BOTH;
+    Tick();
+    EXPECT_EQ(activepointer, &activesides[0]);
+    EXPECT_GT(activesides[0].fade, 0); // it lights up at once
 }
 
 TEST_F(FrameLoop, MovesThePerspective)
@@ -296,6 +319,39 @@ TEST_F(FrameLoop, DrawsTheSceneIntoTheWindow)
     EXPECT_EQ(rdstate, 0);
     EXPECT_EQ(picture.AtView(0.1, 0.05), MakePixel(1, 0, 0));
     EXPECT_EQ(picture.AtView(0.4, 0.4), cleared);
+}
+
+// The next click snaps to the grid, whose lines are 1/60 apart.
+TEST_F(FrameLoop, ShowsTheNextPointOnTheGridThatComesUnderARestingPointer)
+{
+    HideBackground();
+    newsign = 1;
+    mouse[0] = gmouse[0] = 0.108F; // 6.48 steps
+    mouse[1] = gmouse[1] = 0;
+    const Pixel cursor = MakePixel(1, 1, 0.4); // four pixels wide, a pixel is 0.005
+    rdstate = redrawwanted;
+    Tick();
+    EXPECT_EQ(window.ReadWindow().AtView(0.1125, 0.0025), cursor);
+    mainview.gradientfade = fadetarget; // switched on
+    Tick();
+    const Picture picture = window.ReadWindow();
+    EXPECT_EQ(picture.AtView(0.0925, 0.0025), cursor);
+    EXPECT_FALSE(picture.AtView(0.1125, 0.0025) == cursor);
+    EXPECT_FLOAT_EQ(gmouse[0], 0.1F);
+}
+
+TEST_F(FrameLoop, ShowsTheNextPointOnTheGridThatMovesUnderARestingPointer)
+{
+    mainview.gradientfade = fadedone;
+    mouse[0] = gmouse[0] = 0.108F;
+    mouse[1] = gmouse[1] = 0;
+    ChangePosition(0, 0, 0, 0.005F, 0, 0); // the scene goes to the right
+    ReDraw(window.GetArea(), nullptr);
+    EXPECT_NEAR(gmouse[0], 0.105, 1e-6); // the line at 0.1, which was at 0.1 on the screen
+    mainview.gradientfade = 1;           // the last step of fading out
+    Tick();
+    ReDraw(window.GetArea(), nullptr);
+    EXPECT_EQ(gmouse[0], mouse[0]);
 }
 
 TEST_F(FrameLoop, ClearsTheFormerFrame)
