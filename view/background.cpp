@@ -55,17 +55,30 @@ static void DrawWall(int wall, float weight, unsigned char hoverfade)
     }
 }
 
+// Marks the walls that face the viewer. True when they are others than before.
+static bool SetFacingWalls()
+{
+    bool changed = false;
+    for (int wall = 0; wall < wallnumber; wall++) {
+        const float(*corner)[3] = cubepoints + wallcorners * wall;
+        const unsigned char facing = IsWallFacing(corner[0], corner[1], corner[2]) ? 1 : 0;
+        changed = changed || activebgcube[wall].active != facing;
+        activebgcube[wall].active = facing;
+    }
+    return changed;
+}
+
 static void DrawCube(MainView* view)
 {
     SetWallCorners(halfedge, walldistance, cubepoints);
     Rotate(view, cubepoints, wallnumber * wallcorners);
     SetPerspective(cubepoints, wallnumber * wallcorners, fullperspective);
+    if (SetFacingWalls()) {
+        SearchActive(); // the search just done took the marks of another view
+    }
     for (int wall = 0; wall < wallnumber; wall++) {
-        const float(*corner)[3] = cubepoints + wallcorners * wall;
-        ActiveElement& record = activebgcube[wall];
-        record.active = IsWallFacing(corner[0], corner[1], corner[2]) ? 1 : 0;
-        if (record.active != 0) {
-            DrawWall(wall, GetCosRate(view->bgcubefade), record.fade);
+        if (activebgcube[wall].active != 0) {
+            DrawWall(wall, GetCosRate(view->bgcubefade), activebgcube[wall].fade);
         }
     }
     AssertBaseState("DrawCube");

@@ -46,6 +46,7 @@ static void DrawSmallCube(const MainView* view)
     float points[wallnumber * wallcorners][3];
     SetWallCorners(smallhalfedge, smallhalfedge, points);
     Rotate(view, points, wallnumber * wallcorners);
+    // Not SetPerspective: this cube is not picked, and the shapes of this frame are drawn already.
     ApplyPerspective(points, wallnumber * wallcorners, fullperspective);
     float place[2];
     GetCornerPlace(0.45, place);

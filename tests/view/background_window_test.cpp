@@ -247,6 +247,16 @@ TEST_F(BackgroundCube, CanBePickedWhileItIsTheBackground)
     EXPECT_EQ(activepointer, nullptr);
 }
 
+TEST_F(BackgroundCube, IsPickedAsItIsSeenInEveryFrame)
+{
+    mouse[0] = mouse[1] = 0;
+    Draw();
+    EXPECT_EQ(activepointer, &activebgcube[0]); // the back wall
+    SetRotation({{{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}}});
+    Draw();
+    EXPECT_EQ(activepointer, &activebgcube[1]); // as far back now; the other is in front
+}
+
 TEST_F(BackgroundCube, ProjectsTheSceneInEveryFrame)
 {
     StartEmptyScene();   // makes the tree
