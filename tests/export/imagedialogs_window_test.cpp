@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 namespace korvane
@@ -150,10 +151,12 @@ TEST_F(ImageDialogs, ShowAPreviewOfTheFinishedImage)
     EXPECT_EQ(imagepixbuf, nullptr);
 }
 
-// Presses Save in the preview and types a name into the file dialog.
-static void SaveImageAs(const std::string& name)
+// Presses Save in the preview and types a name into the file dialog. Returns the image.
+static Image SaveImageAs(const std::string& name)
 {
-    RunCreateImage(StepMainWindow, [name](GtkDialog* preview) {
+    Image image;
+    RunCreateImage(StepMainWindow, [&image, name](GtkDialog* preview) {
+        image = CopyImage();
         Press(preview, GTK_RESPONSE_OK);
         AnswerDialog([typist = Typist(name)](GtkDialog* dialog) mutable {
             if (GetText(gtk_window_get_title(GTK_WINDOW(dialog))) != "Save image" ||
@@ -165,6 +168,7 @@ static void SaveImageAs(const std::string& name)
             return true;
         });
     });
+    return image;
 }
 
 static std::string GetStatus()
@@ -182,6 +186,7 @@ static void ExpectImageFile(const std::string& path)
     EXPECT_EQ(look.height, 1024U);
     EXPECT_EQ(look.depth, 8);
     EXPECT_EQ(look.colortype, 6);
+    EXPECT_EQ(look.effort, 3); // "compression" is "9"
 }
 
 TEST_F(ImageDialogs, SaveThePictureWithItsAlphaChannel)
@@ -189,6 +194,20 @@ TEST_F(ImageDialogs, SaveThePictureWithItsAlphaChannel)
     SaveImageAs(folder / "picture"); // the extension is added
     ExpectImageFile(folder / "picture.png");
     EXPECT_EQ(imagebuffer, nullptr);
+}
+
+TEST_F(ImageDialogs, SaveEveryPixelOfTheImage)
+{
+    AddToScene(CheckeredSheet(3), "sheet");
+    AddToScene(PlainSquareAt(0.2F, 0.1F, 0.1F, {1, 0, 0, 0.5F}), "square");
+    const Image image = SaveImageAs(folder / "picture");
+    const auto& pixels = image.pixels;
+    std::set<int> alphas;
+    for (std::size_t i = 3; i < pixels.size(); i += 4) {
+        alphas.insert(pixels[i]);
+    }
+    EXPECT_GT(alphas.size(), 4U); // opaque, clear and empty, and edges between them
+    EXPECT_TRUE(ReadPng(folder / "picture.png").pixels == pixels);
 }
 
 TEST_F(ImageDialogs, KeepThePictureThatIsReplaced)
