@@ -252,6 +252,18 @@ bool Journey::WaitForFront(const std::string& title)
     return WaitFor([&] { return GetFrontTitle() == title; });
 }
 
+Place Journey::GetFront() const
+{
+    const Window window = GetRootProperty("_NET_ACTIVE_WINDOW");
+    XWindowAttributes attributes = {};
+    XGetWindowAttributes(display, window, &attributes);
+    int left = 0;
+    int top = 0;
+    Window inner = None;
+    XTranslateCoordinates(display, window, DefaultRootWindow(display), 0, 0, &left, &top, &inner);
+    return {left - view.left, top - view.top, attributes.width, attributes.height};
+}
+
 bool Journey::HasMenu() const
 {
     Window root = None;

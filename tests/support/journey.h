@@ -34,6 +34,13 @@ struct Screenshot {
     int CountDifferences(const Screenshot& other) const;
 };
 
+struct Place {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+};
+
 // Asks again and again until the answer is yes; false when it is still no after 20 seconds.
 bool WaitFor(const std::function<bool()>& condition);
 
@@ -68,8 +75,9 @@ public:
 
     // Until the window with the keyboard has this title.
     bool WaitForFront(const std::string& title);
-    bool HasMenu() const; // a window without a frame
-    void Minimize();      // the main window
+    Place GetFront() const; // of that window, without its frame
+    bool HasMenu() const;   // a window without a frame
+    void Minimize();        // the main window
     void Restore();
     bool IsViewHidden() const; // not covered alone, but off the screen
 
