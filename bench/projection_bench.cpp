@@ -2,6 +2,7 @@
 // screen beside four plain passes over the same array, and whole scenes with their rounded copies
 // and normals.
 #include "bench/meshes.h"
+#include "geometry/rotation.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/stripes.h"
 #include "view/mainview.h"

@@ -1,11 +1,11 @@
 #include "geometry/sweeprings.h"
 
+#include "geometry/directions.h"
+#include "geometry/rotation.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/sideplane.h"
 #include "geometry/vectors.h"
 #include "scene/model.h"
-#include "view/directions.h"
-#include "view/rotation.h"
 
 namespace korvane
 {

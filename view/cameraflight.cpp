@@ -1,13 +1,13 @@
 #include "view/cameraflight.h"
 
+#include "geometry/directions.h"
+#include "geometry/rotation.h"
 #include "geometry/shapegeometry.h"
 #include "geometry/vectors.h"
 #include "scene/locate.h"
 #include "scene/model.h"
-#include "view/directions.h"
 #include "view/mainview.h"
 #include "view/picking.h"
-#include "view/rotation.h"
 #include "view/shownshapes.h"
 
 #include <algorithm>

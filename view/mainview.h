@@ -5,7 +5,6 @@
 #pragma once
 
 #include "view/projection.h"
-#include "view/rotation.h"
 
 #include <cstdint>
 

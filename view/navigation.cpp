@@ -1,11 +1,11 @@
 #include "view/navigation.h"
 
+#include "geometry/directions.h"
+#include "geometry/rotation.h"
 #include "geometry/vectors.h"
-#include "view/directions.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"
-#include "view/rotation.h"
 
 #include <algorithm>
 #include <cmath>

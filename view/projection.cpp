@@ -1,7 +1,7 @@
 #include "view/projection.h"
 
+#include "geometry/rotation.h"
 #include "view/mainview.h"
-#include "view/rotation.h"
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
 #include "view/mainview.h"
 
+#include "geometry/rotation.h"
 #include "geometry/shapegeometry.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"

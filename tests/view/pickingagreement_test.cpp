@@ -3,6 +3,7 @@
 #include "view/picking.h"
 
 #include "geometry/construction.h"
+#include "geometry/rotation.h"
 #include "scene/model.h"
 #include "tests/support/pickscene.h"
 #include "tests/support/plainsearch.h"

@@ -1,6 +1,6 @@
-#include "view/directions.h"
+#include "geometry/directions.h"
 
-#include "view/rotation.h"
+#include "geometry/rotation.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "view/rotation.h"
+#include "geometry/rotation.h"
 
 #include <gtest/gtest.h>
 
