@@ -1,7 +1,8 @@
 // A box is painted in the dialog with the keyboard: seen at once, kept, undone, redone, cancelled,
-// saved.
+// saved. One side of it is painted with the mouse.
 #include "tests/support/scenejourney.h"
 #include "tests/support/scenetexts.h"
+#include "tests/support/screencontrols.h"
 #include "tests/support/treerows.h"
 
 #include <string>
@@ -88,5 +89,41 @@ TEST_F(ColorJourney, PaintsABox)
     for (int i = 0; i < saved->sidenumber; i++) {
         const float* colors = saved->sides[i].colors;
         EXPECT_EQ(std::vector<float>(colors, colors + korvane::FRONT_ACUITY), red);
+    }
+}
+
+// The side towards the viewer is the second of the box. At first its front alone is visible.
+TEST_F(ColorJourney, PaintsASideWithTheMouse)
+{
+    Click(0.2, 0.15, 3);
+    ChooseItem(3); // "Set color of side"
+    ASSERT_TRUE(journey.WaitForFront("Color of side"));
+    DragSlider(journey, 3, 0, 0); // the opacity of the light
+    DragSlider(journey, 3, 2, 1); // the acuity
+    const auto boxes = FindEmptyCheckBoxes(journey);
+    ASSERT_EQ(boxes.size(), 1U); // of the back
+    journey.Click(boxes[0].x, boxes[0].y);
+    EXPECT_TRUE(WaitFor([&] { return FindEmptyCheckBoxes(journey).empty(); }));
+    const Screenshot firstpage = journey.LookWhenStill();
+    journey.Click(boxes[0].x + 40, boxes[0].y); // the text beside it
+    EXPECT_TRUE(WaitFor([&] { return firstpage.CountDifferences(journey.Look()) > 0; }));
+    journey.LookWhenStill();
+    DragSlider(journey, 3, 1, 0); // the opacity of the shadow
+    DragSlider(journey, 3, 2, 0.5);
+    journey.Key("alt+o");
+    ASSERT_TRUE(journey.WaitForFront("Vintra"));
+
+    const OwnedShape saved = SaveShape();
+    const float untouched[] = {0.9F, 0.9F, 0, 1, 0.7F, 0.7F, 0, 1, 0.1F,
+                               0.9F, 0.9F, 0, 1, 0.7F, 0.7F, 0, 1, 0.1F};
+    const float painted[] = {0.9F, 0.9F, 0, 0, 0.7F, 0.7F, 0, 1, 1,
+                             0.9F, 0.9F, 0, 1, 0.7F, 0.7F, 0, 0, 0.5F};
+    for (int i = 0; i < saved->sidenumber; i++) {
+        const korvane::Side& side = saved->sides[i];
+        EXPECT_EQ(side.visibility, i == 1 ? korvane::VISIBLE_BOTH : korvane::VISIBLE_FRONT);
+        const float* expected = i == 1 ? painted : untouched;
+        for (int k = 0; k < korvane::colornumber; k++) {
+            EXPECT_NEAR(side.colors[k], expected[k], 0.005F) << "side " << i << ", float " << k;
+        }
     }
 }
