@@ -99,7 +99,8 @@ def stained_glass():
     stone = matte("d3c6b0")
     scene.add("window/frame", ring(0.262, 0.027, 20, 6).painted(stone))
     ground = pane(circle(0.25, 24), SKY).painted(glass(SKY, 0.25, 0.9), visibility=BOTH)
-    scene.add("window/panes/ground", ground.moved(0, 0, -0.004))
+    # clear triangles are drawn whole, farther ones first: well behind the panes, not just behind
+    scene.add("window/panes/ground", ground.moved(0, 0, -0.02))
     scene = scene.moved(0, height, 0)
 
     sill = box(0.26, 0.036, 0.09).painted(stone).moved(0, 0.012, 0)
