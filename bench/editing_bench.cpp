@@ -26,7 +26,7 @@ static constexpr int point = 0; // the one that is dragged, of the first shape
 static void AppendShape(Shape* shape)
 {
     AddShape(shape);
-    AppendTreeIter(0, NODE_SHAPE, shapenumber - 1, CopyArray("s", 2));
+    AppendTreeIter(0, NODE_SHAPE, shapenumber - 1, CopyText("s"));
 }
 
 // A torus of about that many triangles, two in a side, and behind it a thousand small shapes.

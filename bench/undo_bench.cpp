@@ -20,11 +20,6 @@
 namespace korvane::bench
 {
 
-static char* CopyName(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
-
 static void MakeScene(int number)
 {
     if (store == nullptr) {
@@ -34,13 +29,13 @@ static void MakeScene(int number)
     NewMrt();
     constexpr int folders = 10;
     for (int i = 0; i < folders; i++) {
-        AppendTreeIter(0, NODE_FOLDER, -1, CopyName(std::to_string(i)));
+        AppendTreeIter(0, NODE_FOLDER, -1, CopyText(std::to_string(i)));
     }
     const OwnedShape shape = MakeTriangleTorus(18);
     DeriveLoadedShape(shape.get());
     for (int i = 0; i < number; i++) {
         AddShape(CopyShape(shape.get()));
-        AppendTreeIter(1 + i % folders, NODE_SHAPE, i, CopyName("s" + std::to_string(i)));
+        AppendTreeIter(1 + i % folders, NODE_SHAPE, i, CopyText("s" + std::to_string(i)));
     }
     SortAndShowTree();
     SetActives();

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -66,13 +67,13 @@ void EndNewShapeTool()
 
 void EndNewShape()
 {
-    char* name = strdup("shape"); // not by NewArray, which ends the program without memory
+    Block<char[]> name(strdup("shape")); // not by NewArray, which ends the program without memory
     if (name == nullptr) {
         DeleteShapeByIndex(shapenumber - 1);
         EndNewShapeTool();
         return;
     }
-    CreateTreeIter(NODE_SIDE, name);
+    CreateTreeIter(NODE_SIDE, std::move(name));
     EndNewShapeTool();
     SetSelection(shapenumber - 1);
 }

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <type_traits>
 
 #include <malloc.h>
@@ -99,6 +100,15 @@ template <class T> T* CopyArray(const T* source, int count)
     if (count > 0) {
         std::memcpy(static_cast<void*>(copy), source, GetArrayBytes(count, sizeof(T)));
     }
+    return copy;
+}
+
+// A copy of a text with its final zero.
+inline Block<char[]> CopyText(std::string_view text)
+{
+    Block<char[]> copy(NewUnfilledArray<char>(int(text.size()) + 1));
+    text.copy(copy.get(), text.size());
+    copy[text.size()] = 0;
     return copy;
 }
 

@@ -87,8 +87,7 @@ static int PasteNodes(int parent, int copyindex)
         shapeindex = shapenumber;
         PasteShape(copyshapes[copy.shapeindex]);
     }
-    char* name = CopyArray(copy.name, int(std::strlen(copy.name)) + 1);
-    const int node = AppendTreeIter(parent, copy.type, shapeindex, name);
+    const int node = AppendTreeIter(parent, copy.type, shapeindex, CopyText(copy.name));
     PutAtSortedPlace(node, parent);
     for (int i = 0; i < copy.childnumber; i++) {
         PasteNodes(node, copy.children[i]);

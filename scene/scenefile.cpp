@@ -31,11 +31,6 @@ int ReadToken(FILE* file, char* buffer)
     return ReadTokenFrom(source, buffer, tokensize) == 0 ? 1 : 0;
 }
 
-static char* CopyName(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
-
 // The node of a folder of the draft, which come first after the root, in the order of the draft.
 static int GetFolderNode(int folder)
 {
@@ -46,14 +41,14 @@ static int GetFolderNode(int folder)
 static void InstallScene(SceneDraft& draft)
 {
     for (const FolderDraft& folder : draft.folders) {
-        AppendTreeIter(GetFolderNode(folder.parent), NODE_FOLDER, -1, CopyName(folder.name));
+        AppendTreeIter(GetFolderNode(folder.parent), NODE_FOLDER, -1, CopyText(folder.name));
     }
     for (ShapeDraft& entry : draft.shapes) {
         Shape* shape = entry.shape.release();
         DeriveLoadedShape(shape);
         AddShape(shape);
         const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
-        AppendTreeIter(GetFolderNode(entry.folder), type, shapenumber - 1, CopyName(entry.name));
+        AppendTreeIter(GetFolderNode(entry.folder), type, shapenumber - 1, CopyText(entry.name));
     }
     SortAndShowTree();
     SetActives();

@@ -12,6 +12,7 @@
 #include "view/frameloop.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -21,7 +22,7 @@ void NewFolder()
 {
     Block<char[]> name = GetName("New shape", "Please give me the name of new folder:", "folder");
     if (name != nullptr) {
-        CreateTreeIter(NODE_FOLDER, name.release());
+        CreateTreeIter(NODE_FOLDER, std::move(name));
     }
 }
 

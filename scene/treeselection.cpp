@@ -1,6 +1,5 @@
 #include "scene/treeselection.h"
 
-#include "scene/arrays.h"
 #include "scene/model.h"
 #include "scene/treeview.h"
 #include "ui/dialogs.h"
@@ -9,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -248,9 +248,9 @@ int GetTreePutPlace()
     return together ? parent : 0;
 }
 
-int CreateTreeIter(int type, char* name)
+int CreateTreeIter(int type, Block<char[]> name)
 {
-    return AddTreeIter(GetTreePutPlace(), type, name);
+    return AddTreeIter(GetTreePutPlace(), type, std::move(name));
 }
 
 } // namespace korvane

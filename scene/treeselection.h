@@ -2,6 +2,8 @@
 // are shown while the view is restricted to the selection, and where a new node goes.
 #pragma once
 
+#include "scene/arrays.h"
+
 #include <gtk/gtk.h>
 
 #include <vector>
@@ -54,6 +56,6 @@ void SetSelection(int shapeindex);
 int GetTreePutPlace();
 
 // AddTreeIter at that place.
-int CreateTreeIter(int type, char* name);
+int CreateTreeIter(int type, Block<char[]> name);
 
 } // namespace korvane

@@ -4,9 +4,9 @@
 #include "scene/treeselection.h"
 
 #include <algorithm>
-#include <cstring>
 #include <numeric>
 #include <strings.h>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -79,14 +79,14 @@ static void InsertRow(int index, int place)
     insertiter = 0;
 }
 
-int AppendTreeIter(int parent, int type, int shapeindex, char* name)
+int AppendTreeIter(int parent, int type, int shapeindex, Block<char[]> name)
 {
     const int index = treeiternumber;
     GrowArray(treeiters, index, index + 1);
     TreeIter& node = treeiters[index];
     node.parent = parent;
     node.type = type;
-    node.name = name;
+    node.name = name.release();
     node.shapeindex = shapeindex;
     node.children = type == NODE_FOLDER ? NewArray<int>(1) : nullptr;
     treeiternumber++;
@@ -172,9 +172,10 @@ void ShowNewRows(int folder, int firstnode)
     }
 }
 
-int AddTreeIter(int parent, int type, char* name)
+int AddTreeIter(int parent, int type, Block<char[]> name)
 {
-    const int node = AppendTreeIter(parent, type, type == NODE_FOLDER ? -1 : shapenumber - 1, name);
+    const int shapeindex = type == NODE_FOLDER ? -1 : shapenumber - 1;
+    const int node = AppendTreeIter(parent, type, shapeindex, std::move(name));
     PutAtSortedPlace(node, parent);
     ShowRowsOfNode(node);
     return node;
@@ -189,7 +190,7 @@ void SortAndShowTree()
 TreeIter CopyNode(const TreeIter& node)
 {
     TreeIter copy = node;
-    copy.name = CopyArray(node.name, int(std::strlen(node.name)) + 1);
+    copy.name = CopyText(node.name).release();
     copy.children = node.children == nullptr ? nullptr : CopyArray(node.children, node.childnumber);
     return copy;
 }

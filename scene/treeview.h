@@ -46,14 +46,13 @@ extern GtkTreeIter* movediter; // owned; the row that a drag has just inserted; 
 // Makes the root node and the empty store. Call it once, before anything is loaded.
 void MakeTree();
 
-// Appends a node, puts it at its sorted place among parent's children and shows its row. Takes
-// ownership of `name`, a plain heap string. A shape node gets shapeindex shapenumber - 1. Returns
-// the node's index.
-int AddTreeIter(int parent, int type, char* name);
+// Appends a node, puts it at its sorted place among parent's children and shows its row. A shape
+// node gets shapeindex shapenumber - 1. Returns the node's index.
+int AddTreeIter(int parent, int type, Block<char[]> name);
 
 // Loading many nodes in linear time: append them all, a folder before what it holds, then show
-// them; the result is that of AddTreeIter one by one. Takes ownership of `name`.
-int AppendTreeIter(int parent, int type, int shapeindex, char* name);
+// them; the result is that of AddTreeIter one by one.
+int AppendTreeIter(int parent, int type, int shapeindex, Block<char[]> name);
 void SortAndShowTree();
 
 // The two halves of AddTreeIter, for a node that exists: PutAtSortedPlace makes it a child of

@@ -26,11 +26,6 @@ static Block<char[]> png;
 static bool returnpressed = false; // Return has gone down in the entry of GetName
 static bool first = true;          // no open-scene dialog has yet started in the examples
 
-static Block<char[]> CopyText(const char* text)
-{
-    return Block<char[]>(CopyArray(text, int(std::strlen(text)) + 1));
-}
-
 // Shows a message and returns the response. The text is no format: a percent sign stays one.
 static int RunMessage(GtkMessageType type, GtkButtonsType buttons, const char* text)
 {

@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace korvane
 {
@@ -67,7 +66,7 @@ protected:
 
     int AddFolder(const char* name)
     {
-        return AddTreeIter(0, NODE_FOLDER, CopyArray(name, int(std::strlen(name)) + 1));
+        return AddTreeIter(0, NODE_FOLDER, CopyText(name));
     }
 
     std::vector<int> GetSelectedNodes()

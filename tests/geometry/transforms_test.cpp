@@ -336,7 +336,7 @@ static std::string GetBytesOfVersions(int shape)
 // One shape in a selected folder, one selected by itself, one not at all.
 TEST_F(Transforms, LeaveWhatIsNotSelectedToTheBit)
 {
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("folder", 7));
+    const int folder = AddTreeIter(0, NODE_FOLDER, CopyText("folder"));
     AddToScene(MakeBox(), "inside", folder);
     AddToScene(MakeBox(), "beside");
     AddToScene(MakeBox(), "chosen");

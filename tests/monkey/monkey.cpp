@@ -263,7 +263,7 @@ static std::string Select(Monkey& monkey)
 
 static std::string AddFolder(Monkey&)
 {
-    CreateTreeIter(NODE_FOLDER, CopyArray("folder", int(sizeof "folder")));
+    CreateTreeIter(NODE_FOLDER, CopyText("folder"));
     return "new folder";
 }
 

@@ -54,6 +54,13 @@ TEST(GrowArray, KeepsWhatIsThereAndZeroesWhatIsNew)
     FreeArray(array);
 }
 
+TEST(CopyText, EndsWithAZero)
+{
+    const char text[] = {'s', 'i', 'd', 'e', 's'}; // without one
+    EXPECT_STREQ(CopyText(std::string_view(text, 4)).get(), "side");
+    EXPECT_STREQ(CopyText("").get(), "");
+}
+
 TEST(GrowArray, MakesAnArrayOutOfNull)
 {
     int* array = nullptr;

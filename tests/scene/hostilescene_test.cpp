@@ -69,8 +69,8 @@ static std::string SavedScene()
 {
     StartEmptyScene();
     const TempFolder folder;
-    const int a = AddTreeIter(0, NODE_FOLDER, CopyArray("a", 2));
-    const int b = AddTreeIter(a, NODE_FOLDER, CopyArray("b", 2));
+    const int a = AddTreeIter(0, NODE_FOLDER, CopyText("a"));
+    const int b = AddTreeIter(a, NODE_FOLDER, CopyText("b"));
     OwnedShape pyramid = Pyramid();
     korvane::testing::SetVertexes(pyramid.get(), {0, 4});
     AddToScene(std::move(pyramid), "pyramid", b);

@@ -23,11 +23,6 @@ namespace korvane
 
 using namespace korvane::testing;
 
-static char* Name(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
-
 static GtkTreeSelection* GetTreeSelection()
 {
     return gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview));
@@ -245,11 +240,11 @@ TEST_F(TreeSelection, TellsWhereANewNodeGoes)
 TEST_F(TreeSelection, PutsACreatedNodeInTheSelectedFolder)
 {
     SelectRows({c});
-    const int folder = CreateTreeIter(NODE_FOLDER, Name("new"));
+    const int folder = CreateTreeIter(NODE_FOLDER, CopyText("new"));
     EXPECT_EQ(treeiters[folder].parent, c);
     SelectRows({inner});
     AddShape(Cube().release());
-    const int shape = CreateTreeIter(NODE_SHAPE, Name("cube"));
+    const int shape = CreateTreeIter(NODE_SHAPE, CopyText("cube"));
     SetActives();
     EXPECT_EQ(treeiters[shape].parent, b);
     EXPECT_EQ(treeiters[shape].shapeindex, shapenumber - 1);

@@ -8,18 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
 
 namespace korvane
 {
 
 using namespace korvane::testing;
-
-static char* Name(const std::string& name)
-{
-    return CopyArray(name.c_str(), int(name.size()) + 1);
-}
 
 // The names of a folder's children in display order, one letter each.
 static std::string NamesIn(int folder)
@@ -107,7 +101,7 @@ TEST_F(Tree, LoadsInBulkAsItDoesOneByOne)
     }
     ClearTree();
     for (int i = 0; i < 60; i++) {
-        AppendTreeIter(parents[std::size_t(i)], NODE_FOLDER, -1, Name(names[std::size_t(i)]));
+        AppendTreeIter(parents[std::size_t(i)], NODE_FOLDER, -1, CopyText(names[std::size_t(i)]));
     }
     SortAndShowTree();
     ASSERT_EQ(treeiternumber, 61);

@@ -132,7 +132,7 @@ TEST_F(UndoInTheWindow, ShowsTheIconOfTheShapeThatIsBack)
 
 TEST_F(UndoInTheWindow, LeavesNoRowOfTheSceneSelectedAndShowsEveryShape)
 {
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("f", 2));
+    const int folder = AddTreeIter(0, NODE_FOLDER, CopyText("f"));
     AddToScene(Square(), "a", folder);
     AddToScene(Square(), "b", folder);
     AddToScene(Square(), "c");

@@ -67,7 +67,7 @@ protected:
         }
         if (kind < 3) {
             const std::string name = PickName();
-            AddTreeIter(PickFolder(), NODE_FOLDER, CopyArray(name.c_str(), 2));
+            AddTreeIter(PickFolder(), NODE_FOLDER, CopyText(name));
         } else {
             AddToScene(MakeOne(), PickName(), PickFolder());
         }

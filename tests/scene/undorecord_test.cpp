@@ -66,8 +66,8 @@ TEST_F(UndoRecords, AreNotMadeOfShapesThatDoNotExist)
 
 TEST_F(UndoRecords, HoldCopiesOfEveryShapeAndNode)
 {
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("f", 2));
-    AddTreeIter(0, NODE_FOLDER, CopyArray("empty", 6));
+    const int folder = AddTreeIter(0, NODE_FOLDER, CopyText("f"));
+    AddTreeIter(0, NODE_FOLDER, CopyText("empty"));
     AddToScene(Square(), "b", folder);
     AddToScene(Cube(), "a", folder);
     PushScene();
@@ -165,9 +165,9 @@ TEST_F(UndoRecords, OfAShapeLeaveItsSelectionAlone)
 
 TEST_F(UndoRecords, OfASceneBringItsNodesBackToTheirPlaces)
 {
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("f", 2));
+    const int folder = AddTreeIter(0, NODE_FOLDER, CopyText("f"));
     AddToScene(Square(), "b", folder);
-    AddTreeIter(folder, NODE_FOLDER, CopyArray("empty", 6));
+    AddTreeIter(folder, NODE_FOLDER, CopyText("empty"));
     AddToScene(Cube(), "a", folder);
     AddToScene(Pyramid(), "top");
     PushScene();
@@ -197,8 +197,8 @@ TEST_F(UndoRecords, OfASceneBringItsNodesBackToTheirPlaces)
 // As after a drag: the folder with the lower index lies in the one with the higher.
 TEST_F(UndoRecords, OfASceneBringBackAParentThatComesAfterItsChild)
 {
-    const int inner = AddTreeIter(0, NODE_FOLDER, CopyArray("inner", 6));
-    const int outer = AddTreeIter(0, NODE_FOLDER, CopyArray("outer", 6));
+    const int inner = AddTreeIter(0, NODE_FOLDER, CopyText("inner"));
+    const int outer = AddTreeIter(0, NODE_FOLDER, CopyText("outer"));
     AddToScene(Square(), "shape", inner);
     gtk_tree_store_remove(store, &treeiters[inner].iter);
     RemoveAt(treeiters[0].children, treeiters[0].childnumber, 0);

@@ -47,7 +47,7 @@ Block<char[]> FileDialog(int mode)
 {
     testing::filemodes.push_back(mode);
     const std::string& file = testing::chosenfile;
-    return Block<char[]>(file.empty() ? nullptr : CopyArray(file.c_str(), int(file.size()) + 1));
+    return file.empty() ? nullptr : CopyText(file);
 }
 
 Block<char[]> GetName(const char*, const char*, const char*)

@@ -246,7 +246,7 @@ int AddToScene(OwnedShape shape, const std::string& name, int parent)
 {
     const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
     AddShape(shape.release());
-    AddTreeIter(parent, type, CopyArray(name.c_str(), int(name.size()) + 1));
+    AddTreeIter(parent, type, CopyText(name));
     SetActives();
     return shapenumber - 1;
 }

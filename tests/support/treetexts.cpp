@@ -12,7 +12,7 @@ namespace korvane::testing
 
 int AddFolder(const std::string& name, int parent)
 {
-    return AddTreeIter(parent, NODE_FOLDER, CopyArray(name.c_str(), int(name.size()) + 1));
+    return AddTreeIter(parent, NODE_FOLDER, CopyText(name));
 }
 
 int AddShapeRow(OwnedShape shape, const std::string& name, int folder)

@@ -168,7 +168,7 @@ TEST(TreePane, SelectsSeveralRowsAndReordersThemWithoutAHeader)
 TEST(TreePane, DrawsTheIconOfARowBeforeItsName)
 {
     ShowMainWindow();
-    const int node = AddTreeIter(0, NODE_FOLDER, CopyArray("cellar", 7));
+    const int node = AddTreeIter(0, NODE_FOLDER, CopyText("cellar"));
     GList* columns = gtk_tree_view_get_columns(GTK_TREE_VIEW(treeview));
     ASSERT_EQ(g_list_length(columns), 1U);
     GtkTreeViewColumn* column = GTK_TREE_VIEW_COLUMN(columns->data);

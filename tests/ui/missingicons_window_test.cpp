@@ -62,7 +62,7 @@ TEST(MainWindow, StartsWithoutASingleIcon)
     // for each of the view's three pictures.
     EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1 + 15 + 4 + 3);
 
-    AddTreeIter(0, NODE_FOLDER, CopyArray("cellar", 7)); // a row without a picture
+    AddTreeIter(0, NODE_FOLDER, CopyText("cellar")); // a row without a picture
     HandleEvents();
     fs::remove_all(fs::current_path());
 }

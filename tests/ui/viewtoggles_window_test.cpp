@@ -119,7 +119,7 @@ static void MakeTwoShapes()
 {
     ShowMainWindow();
     StartEmptyScene();
-    const int folder = AddTreeIter(0, NODE_FOLDER, CopyArray("f", 2));
+    const int folder = AddTreeIter(0, NODE_FOLDER, CopyText("f"));
     AddToScene(Square(), "inside", folder);
     AddToScene(Square(), "beside");
     selected[0] = selectedshown;
