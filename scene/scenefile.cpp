@@ -47,8 +47,8 @@ static void InstallScene(SceneDraft& draft)
         Shape* shape = entry.shape.release();
         DeriveLoadedShape(shape);
         AddShape(shape);
-        const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
-        AppendTreeIter(GetFolderNode(entry.folder), type, shapenumber - 1, CopyText(entry.name));
+        AppendTreeIter(GetFolderNode(entry.folder), GetTypeOfShape(shape), shapenumber - 1,
+                       CopyText(entry.name));
     }
     SortAndShowTree();
     SetActives();

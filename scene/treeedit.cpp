@@ -127,13 +127,6 @@ static void CloseUpNodes(const std::vector<int>& nodenumbers, const std::vector<
     treeiternumber = kept;
 }
 
-static void ReadRowsAgain()
-{
-    GtkTreePath* first = gtk_tree_path_new_first();
-    SetAllIter(0, first);
-    gtk_tree_path_free(first);
-}
-
 // Removes nodes with all that is below them; none of `tops` lies below another. Everything is
 // renumbered in one pass. The rows go first, while they still name the right nodes.
 static void RemoveSubtrees(const std::vector<int>& tops)

@@ -138,9 +138,7 @@ void TreeDeleted(GtkTreeModel*, GtkTreePath*)
     TakeFromParent(node);
     PutAtSortedPlace(node, folder);
     ShowRowsOfNode(node);
-    GtkTreePath* first = gtk_tree_path_new_first();
-    SetAllIter(0, first);
-    gtk_tree_path_free(first);
+    ReadRowsAgain();
     EndRowChanges();
     gtk_tree_selection_unselect_all(gtk_tree_view_get_selection(GTK_TREE_VIEW(treeview)));
     SelectRow(node);
@@ -222,6 +220,13 @@ void SetAllIter(int node, GtkTreePath* path)
             gtk_tree_store_set(store, &treeiters[n].iter, COLUMN_NODE, n, -1);
         }
     }
+}
+
+void ReadRowsAgain()
+{
+    GtkTreePath* first = gtk_tree_path_new_first();
+    SetAllIter(0, first);
+    gtk_tree_path_free(first);
 }
 
 void PrintAllTree(int node, int depth)

@@ -32,11 +32,13 @@ void TreeRowHasChild(GtkTreeModel* model, GtkTreePath* path, GtkTreeIter* iter);
 // it also writes every node's index into its row.
 void SetAllIter(int node, GtkTreePath* path);
 
+void ReadRowsAgain(); // SetAllIter from the root
+
 // Prints the names below a node, two spaces per level.
 void PrintAllTree(int node, int depth);
 
-// Appends `node` and everything below it, a node before its children, to `array`, which holds
-// `count` entries and grows as needed.
+// Lists what goes with `node`, and deletes nothing itself: appends the node and everything below
+// it, a node before its children, to `array`, which holds `count` entries and grows as needed.
 void DelTreeIter(int node, int* count, int*& array);
 
 } // namespace korvane

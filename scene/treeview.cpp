@@ -209,9 +209,14 @@ void FillTree(const TreeIter* nodes, int count)
     InsertRowsBelow(0);
 }
 
+int GetTypeOfShape(const Shape* shape)
+{
+    return shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+}
+
 void SetTypeOfShapeNode(int shapeindex)
 {
-    const int type = shapes[shapeindex]->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+    const int type = GetTypeOfShape(shapes[shapeindex]);
     for (int i = 1; i < treeiternumber; i++) {
         TreeIter& node = treeiters[i];
         if (node.type != NODE_FOLDER && node.shapeindex == shapeindex && node.type != type) {

@@ -14,6 +14,8 @@ namespace korvane
 // A node's type; any value but NODE_FOLDER means a shape.
 enum NodeType { NODE_FOLDER = 0, NODE_SIDE = 1, NODE_SHAPE = 2 };
 
+struct Shape;
+
 struct TreeIter {
     char* name;       // owned, but for the root's, which is a constant
     int type;         // a NodeType: a shape of exactly one side is a NODE_SIDE
@@ -71,6 +73,8 @@ TreeIter CopyNode(const TreeIter& node);
 // Puts copies of saved nodes, the root first, into the tree, which holds its root alone. Every node
 // gets its old index, and the rows stand in the order of the saved `children`.
 void FillTree(const TreeIter* nodes, int count);
+
+int GetTypeOfShape(const Shape* shape); // NODE_SIDE or NODE_SHAPE, as its number of sides says
 
 // Makes a shape's node a side or a shape, as its number of sides now says, with its icon.
 void SetTypeOfShapeNode(int shapeindex);

@@ -519,11 +519,10 @@ TEST_F(TreeHandlers, KeepTreeAndRowsInStepThroughManyDrags)
     EXPECT_GT(made, drags / 2);
 }
 
-static std::string ReadRowsAgain()
+static std::string ReadRowsAndListen()
 {
     ::testing::internal::CaptureStdout();
-    const OwnedPath first(gtk_tree_path_new_first());
-    SetAllIter(0, first.get());
+    ReadRowsAgain();
     std::fflush(stdout);
     return ::testing::internal::GetCapturedStdout();
 }
@@ -534,7 +533,7 @@ TEST_F(TreeHandlers, ReadEveryRowsPlaceAgain)
         gtk_tree_store_set(store, &treeiters[n].iter, COLUMN_NODE, 99, -1);
         treeiters[n].iter = GtkTreeIter{};
     }
-    EXPECT_EQ(ReadRowsAgain(), "");
+    EXPECT_EQ(ReadRowsAndListen(), "");
     EXPECT_EQ(FindBrokenRule(), "");
     EXPECT_EQ(FindBrokenRow(), "");
 }
@@ -544,14 +543,14 @@ static const char* const wholetree = "a\n  b\n    deep\n  leaf\ne\nm\n  only\nbo
 TEST_F(TreeHandlers, ComplainAboutARowOfAnotherName)
 {
     gtk_tree_store_set(store, &treeiters[only].iter, COLUMN_NAME, "other", -1);
-    EXPECT_EQ(ReadRowsAgain(), std::string("Jjjjjjaaaaaaj: other, only\n") + wholetree);
+    EXPECT_EQ(ReadRowsAndListen(), std::string("Jjjjjjaaaaaaj: other, only\n") + wholetree);
     gtk_tree_store_set(store, &treeiters[only].iter, COLUMN_NAME, "only", -1);
 }
 
 TEST_F(TreeHandlers, ComplainAboutAMissingRow)
 {
     gtk_tree_store_remove(store, &treeiters[square].iter);
-    EXPECT_EQ(ReadRowsAgain(), "\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\n");
+    EXPECT_EQ(ReadRowsAndListen(), "\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\u00f3\n");
     ShowRowsOfNode(square);
 }
 

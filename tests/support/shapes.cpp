@@ -244,7 +244,7 @@ OwnedShape BridgedCube()
 
 int AddToScene(OwnedShape shape, const std::string& name, int parent)
 {
-    const int type = shape->sidenumber == 1 ? NODE_SIDE : NODE_SHAPE;
+    const int type = GetTypeOfShape(shape.get());
     AddShape(shape.release());
     AddTreeIter(parent, type, CopyText(name));
     SetActives();
