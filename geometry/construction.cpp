@@ -3,7 +3,6 @@
 #include "geometry/clickdepth.h"
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
-#include "ui/input.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 #include "view/projection.h"

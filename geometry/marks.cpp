@@ -7,8 +7,8 @@
 #include "scene/locate.h"
 #include "scene/model.h"
 #include "scene/undo.h"
-#include "ui/input.h"
 #include "view/frameloop.h"
+#include "view/picking.h"
 
 #include <gtk/gtk.h>
 

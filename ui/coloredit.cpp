@@ -8,6 +8,7 @@
 #include "ui/input.h"
 #include "ui/modaldialog.h"
 #include "view/frameloop.h"
+#include "view/picking.h"
 
 #include <gtk/gtk.h>
 

@@ -11,7 +11,6 @@
 #include "scene/model.h"
 #include "scene/treeedit.h"
 #include "ui/dialogs.h"
-#include "ui/keys.h"
 #include "ui/transform.h"
 #include "ui/viewmenus.h"
 #include "view/cameraflight.h"
@@ -36,9 +35,6 @@ float buttonpressy = 0;
 float buttonpressgx = 0;
 float buttonpressgy = 0;
 int presstime = 0;
-int buttonpresspointactive = -1;
-int buttonpressstripeactive = -1;
-int buttonpresssideactive = -1;
 
 static constexpr double dragdistance = 6.0; // pixels from the press at which a click becomes a drag
 static constexpr int dragticks = 32;        // and ticks after it
@@ -60,13 +56,6 @@ static DragStart middlestart = {}; // of MiddleDraw
 // The buttons whose press the view got and whose release it may still get, as an event's `state`
 // tells them. Menus and dialogs take one without the other.
 static guint heldbuttons = 0;
-
-void ForgetPressedElements()
-{
-    buttonpresspointactive = -1;
-    buttonpressstripeactive = -1;
-    buttonpresssideactive = -1;
-}
 
 void EndPointerActions()
 {
@@ -322,8 +311,8 @@ static void PrintPosition()
     PrintStatusBar(text);
 }
 
-// Motion without a drag: a shape under construction follows the pointer.
-static void MouseMove()
+// Motion without a drag.
+static void LetConstructionFollow()
 {
     if (IsUnderConstruction()) {
         rdstate |= redrawwanted;
@@ -367,7 +356,7 @@ static void StepPointerState(const GdkEventMotion* event)
     case RIGHT_DRAG: // a right drag does nothing
         break;
     default:
-        MouseMove();
+        LetConstructionFollow();
     }
 }
 

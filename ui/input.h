@@ -29,10 +29,7 @@ extern float buttonpressx; // where the last press was, in pixels of the window
 extern float buttonpressy;
 extern float buttonpressgx; // and in view coordinates, as placed by gmouse
 extern float buttonpressgy;
-extern int presstime;               // runtime at the last press
-extern int buttonpresspointactive;  // what was under the pointer then: an index into activepoints,
-extern int buttonpressstripeactive; // activestripes
-extern int buttonpresssideactive;   // or activesides; -1 for none
+extern int presstime; // runtime at the last press
 
 // Handlers of the drawing area. Motion is passed on, the others are handled.
 int ButtonPress(GtkWidget* widget, GdkEventButton* event);
@@ -47,9 +44,6 @@ void ClickConstruction(int action);
 // The shape of the side, the stripe or the point that was pressed last, asked for in this order; -1
 // without one.
 int GetPressedShape();
-
-// The elements under the last press are no longer those of the lists.
-void ForgetPressedElements();
 
 // Ends whatever the pointer has begun: what is under construction, a tool, a drag. For those who
 // take shapes away or put others into their places; they rebuild the active elements afterwards.

@@ -16,8 +16,6 @@
 namespace korvane
 {
 
-char keyspace = 0;
-
 GtkWidget* toolbutton_gradient = nullptr;
 GtkWidget* toolbutton_full = nullptr;
 GtkWidget* toolbutton_wire = nullptr;

@@ -9,8 +9,6 @@ typedef struct _GdkEventFocus GdkEventFocus;
 namespace korvane
 {
 
-extern char keyspace; // 1 while the space bar is held
-
 extern GtkWidget* toolbutton_gradient;
 extern GtkWidget* toolbutton_full;
 extern GtkWidget* toolbutton_wire;

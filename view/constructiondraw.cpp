@@ -2,7 +2,6 @@
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
-#include "ui/keys.h"
 #include "view/basestate.h"
 #include "view/drawbatch.h"
 #include "view/mainview.h"

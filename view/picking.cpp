@@ -4,8 +4,6 @@
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
-#include "ui/input.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/screenboxes.h"
 
@@ -29,6 +27,10 @@ ActiveElement* activepointer = nullptr;
 float cubepoints[24][3] = {};
 float mouse[3] = {10, 10, 0}; // outside the view until the pointer has come in
 float gmouse[3] = {10, 10, 0};
+int buttonpresspointactive = -1;
+int buttonpressstripeactive = -1;
+int buttonpresssideactive = -1;
+char keyspace = 0;
 
 // A point or stripe nearer to the viewer than this lies behind the eye of the full perspective.
 static constexpr float eyedepth = 1.5F;
@@ -145,6 +147,13 @@ static void RestoreActiveFlags(const std::vector<unsigned char>& flags)
 {
     auto flag = flags.begin();
     VisitRecordsOfShapes([&flag](ActiveElement& record) { record.active = *flag++; });
+}
+
+void ForgetPressedElements()
+{
+    buttonpresspointactive = -1;
+    buttonpressstripeactive = -1;
+    buttonpresssideactive = -1;
 }
 
 void SetActives()

@@ -39,6 +39,13 @@ extern float cubepoints[24][3];       // screen corners of the background cube, 
 extern float mouse[3];  // the pointer in view coordinates; z the depth of what it hits
 extern float gmouse[3]; // where a click places a point: mouse, or snapped to the grid
 
+// What the last press met: an index into activepoints, activestripes or activesides; -1 for none.
+extern int buttonpresspointactive;
+extern int buttonpressstripeactive;
+extern int buttonpresssideactive;
+
+extern char keyspace; // 1 while the space bar is held: sides can be picked during a construction
+
 inline float* GetPointOfElement(const ActiveElement* record)
 {
     return static_cast<float*>(record->element);
@@ -63,6 +70,9 @@ void SetActives();
 void ChangeActives();
 
 void SetActivesOff(); // makes every point, stripe and side unpickable
+
+// The elements under the last press are no longer those of the lists.
+void ForgetPressedElements();
 
 // Finds the element under `mouse` and makes it activepointer; sets mouse's depth to that of the
 // hit. It is the only writer of the hover flags. Reads mainview, showtable, selected, shapest,

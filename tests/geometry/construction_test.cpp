@@ -2,8 +2,8 @@
 
 #include "geometry/duplication.h"
 #include "tests/support/pickscene.h"
-#include "ui/input.h"
 #include "view/mainview.h"
+#include "view/picking.h"
 
 #include <gtest/gtest.h>
 

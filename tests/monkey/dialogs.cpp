@@ -9,6 +9,7 @@
 #include "ui/coloredit.h"
 #include "ui/input.h"
 #include "ui/transform.h"
+#include "view/picking.h"
 
 #include <gtk/gtk.h>
 

@@ -6,9 +6,9 @@
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
 #include "ui/coloredit.h"
-#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
+#include "view/picking.h"
 
 #include <algorithm>
 

@@ -6,7 +6,6 @@
 #include "tests/support/camera.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

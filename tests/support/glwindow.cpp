@@ -4,7 +4,6 @@
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
 #include "scene/model.h"
-#include "ui/keys.h"
 #include "view/basestate.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"

@@ -5,8 +5,8 @@
 #include "scene/arrays.h"
 #include "scene/model.h"
 #include "tests/support/shapes.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
+#include "view/picking.h"
 
 #include <algorithm>
 #include <iterator>

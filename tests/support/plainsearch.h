@@ -7,7 +7,6 @@
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
 #include "scene/model.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

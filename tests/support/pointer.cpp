@@ -4,10 +4,10 @@
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
 #include "ui/input.h"
-#include "ui/keys.h"
 #include "view/cameraflight.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
+#include "view/picking.h"
 
 #include <algorithm>
 

@@ -4,7 +4,6 @@
 #include "tests/support/invariants.h"
 #include "tests/support/shapes.h"
 #include "tests/support/widgets.h"
-#include "ui/input.h"
 #include "ui/transform.h"
 #include "view/mainview.h"
 #include "view/picking.h"

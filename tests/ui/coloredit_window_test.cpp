@@ -6,8 +6,8 @@
 #include "tests/support/invariants.h"
 #include "tests/support/treetexts.h"
 #include "tests/support/widgets.h"
-#include "ui/input.h"
 #include "view/frameloop.h"
+#include "view/picking.h"
 
 #include <array>
 #include <string>

@@ -8,7 +8,6 @@
 #include "tests/support/edits.h"
 #include "tests/support/invariants.h"
 #include "tests/support/pointer.h"
-#include "ui/input.h"
 #include "ui/viewmenus.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"

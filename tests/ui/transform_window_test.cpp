@@ -11,7 +11,6 @@
 #include "tests/support/transformscene.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
-#include "ui/input.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"
 #include "view/picking.h"

@@ -3,8 +3,8 @@
 #include "tests/support/transformscene.h"
 #include "tests/support/widgets.h"
 #include "ui/dialogs.h"
-#include "ui/input.h"
 #include "ui/transform.h"
+#include "view/picking.h"
 
 #include <algorithm>
 #include <array>

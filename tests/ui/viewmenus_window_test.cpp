@@ -11,7 +11,6 @@
 #include "tests/support/pointer.h"
 #include "tests/support/widgets.h"
 #include "ui/coloredit.h"
-#include "ui/input.h"
 #include "ui/transform.h"
 #include "view/frameloop.h"
 #include "view/mainview.h"

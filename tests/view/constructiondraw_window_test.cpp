@@ -4,7 +4,6 @@
 #include "geometry/duplication.h"
 #include "scene/arrays.h"
 #include "tests/support/glwindow.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 #include "view/picking.h"
 

@@ -5,7 +5,6 @@
 #include "scene/model.h"
 #include "tests/support/pickscene.h"
 #include "tests/support/shapes.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>

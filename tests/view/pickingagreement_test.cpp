@@ -8,7 +8,6 @@
 #include "tests/support/pickscene.h"
 #include "tests/support/plainsearch.h"
 #include "tests/support/shapes.h"
-#include "ui/keys.h"
 #include "view/mainview.h"
 
 #include <gtest/gtest.h>
