@@ -13,26 +13,26 @@
 using namespace korvane;
 using namespace korvane::testing;
 
-using Place = std::array<double, 2>;
+using ViewPlace = std::array<double, 2>;
 
 class Draw : public SceneJourney
 {
 protected:
-    void ClickPlaces(const std::vector<Place>& places)
+    void ClickPlaces(const std::vector<ViewPlace>& places)
     {
-        for (const Place& place : places) {
+        for (const ViewPlace& place : places) {
             Click(place[0], place[1]);
         }
     }
 
-    void DrawPolygon(const std::vector<Place>& places)
+    void DrawPolygon(const std::vector<ViewPlace>& places)
     {
         journey.Key("n");
         ClickPlaces(places);
         Click(places[0][0], places[0][1]);
     }
 
-    static void ExpectPolygon(const Shape& shape, const std::vector<Place>& places)
+    static void ExpectPolygon(const Shape& shape, const std::vector<ViewPlace>& places)
     {
         ASSERT_EQ(shape.pointnumber, int(places.size()));
         EXPECT_EQ(shape.sidenumber, 1);
@@ -50,7 +50,7 @@ protected:
 
 TEST_F(Draw, MakesATriangle)
 {
-    const std::vector<Place> places = {{-0.2, -0.1}, {0.2, -0.1}, {0.05, 0.25}};
+    const std::vector<ViewPlace> places = {{-0.2, -0.1}, {0.2, -0.1}, {0.05, 0.25}};
     Start();
     DrawPolygon(places);
     const Screenshot drawn = LookWithoutPointer();
@@ -64,8 +64,8 @@ TEST_F(Draw, MakesATriangle)
 
 TEST_F(Draw, MakesAConcavePolygon)
 {
-    const std::vector<Place> places = {{-0.3, -0.3}, {0.3, -0.3}, {0.3, -0.05},
-                                       {0, -0.05},   {0, 0.3},    {-0.3, 0.3}};
+    const std::vector<ViewPlace> places = {{-0.3, -0.3}, {0.3, -0.3}, {0.3, -0.05},
+                                           {0, -0.05},   {0, 0.3},    {-0.3, 0.3}};
     Start();
     DrawPolygon(places);
     const Screenshot drawn = LookWithoutPointer();
@@ -78,7 +78,7 @@ TEST_F(Draw, MakesAConcavePolygon)
 
 TEST_F(Draw, LeavesOutThePointsBeforeTheOneThatClosesIt)
 {
-    const std::vector<Place> places = {
+    const std::vector<ViewPlace> places = {
         {-0.4, 0}, {-0.3, 0.3}, {-0.1, -0.1}, {0.3, -0.1}, {0.1, 0.3}};
     Start();
     journey.Key("n");
@@ -123,7 +123,7 @@ TEST_F(Draw, SplitsASideOfABody)
 
 TEST_F(Draw, TakesPointsBackWithTheMiddleButton)
 {
-    const std::vector<Place> places = {{-0.2, -0.1}, {0.2, -0.1}, {0.05, 0.25}};
+    const std::vector<ViewPlace> places = {{-0.2, -0.1}, {0.2, -0.1}, {0.05, 0.25}};
     Start();
     journey.Key("n");
     ClickPlaces({places[0], {0.3, 0.3}, {0.4, 0}});
