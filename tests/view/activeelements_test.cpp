@@ -1,4 +1,4 @@
-#include "view/picking.h"
+#include "view/activeelements.h"
 
 #include "geometry/construction.h"
 #include "geometry/duplication.h"
@@ -6,6 +6,7 @@
 #include "tests/support/pickscene.h"
 #include "tests/support/shapes.h"
 #include "view/mainview.h"
+#include "view/picking.h"
 
 #include <gtest/gtest.h>
 
