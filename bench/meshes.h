@@ -4,18 +4,8 @@
 
 #include "scene/model.h"
 
-#include <memory>
-
 namespace korvane::bench
 {
-
-struct ShapeDeleter {
-    void operator()(Shape* shape) const
-    {
-        DeleteShape(shape);
-    }
-};
-using OwnedShape = std::unique_ptr<Shape, ShapeDeleter>;
 
 // A closed torus of about `trianglenumber` triangles (at least 18), each of which is a side.
 OwnedShape MakeTriangleTorus(int trianglenumber);

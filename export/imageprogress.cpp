@@ -115,9 +115,8 @@ static void CollectRoundedShape()
         state = PREPARE_SORTING;
         return;
     }
-    Shape* finer = RoundShape(round1t[snumber]);
-    trianglenumber = AddTrianglesOfShape(hszog, trianglenumber, finer);
-    DeleteShape(finer);
+    const OwnedShape finer(RoundShape(round1t[snumber]));
+    trianglenumber = AddTrianglesOfShape(hszog, trianglenumber, finer.get());
     snumber++;
     const int rounded = triangleroom - tnstart;
     const double share = double(trianglenumber - tnstart) / std::max(rounded, 1);

@@ -23,6 +23,8 @@
 namespace korvane
 {
 
+// Of a new side: light grey in the light, dark grey in the shadow, of full acuity; both faces
+// alike.
 static constexpr float newcolors[colornumber] = {0.8F, 0.8F, 0.8F, 1, 0.2F, 0.2F, 0.2F, 1, 1,
                                                  0.8F, 0.8F, 0.8F, 1, 0.2F, 0.2F, 0.2F, 1, 1};
 

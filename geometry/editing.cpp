@@ -81,14 +81,13 @@ void PointMove(int activepoint, float x, float y, char first)
 // undo step.
 static void TryEdit(int shapeindex, bool (*edit)(Shape*, int), int element)
 {
-    Shape* edited = CopyShape(shapes[shapeindex]);
-    if (!edit(edited, element)) {
-        DeleteShape(edited);
+    OwnedShape edited(CopyShape(shapes[shapeindex]));
+    if (!edit(edited.get(), element)) {
         return;
     }
     PushShape(shapeindex);
-    std::swap(shapes[shapeindex], edited);
-    DeleteShape(edited);
+    DeleteShape(shapes[shapeindex]);
+    shapes[shapeindex] = edited.release();
     FinishEdit(shapeindex);
 }
 

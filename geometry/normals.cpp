@@ -12,8 +12,6 @@
 namespace korvane
 {
 
-static constexpr int noone = -1;
-
 // How a point is shaded. The bits add up over the stripes through the point; none makes it smooth.
 enum PointClass : unsigned char { POINT_VERTEX = 1, POINT_CREASE = 2, POINT_CORNER = 4 };
 

@@ -1,5 +1,7 @@
 #include "geometry/outline.h"
 
+#include "scene/model.h"
+
 #include "geometry/triangulation.h"
 
 #include <algorithm>

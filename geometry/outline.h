@@ -10,8 +10,6 @@
 namespace korvane
 {
 
-constexpr int noone = -1; // in the place of a position: none
-
 struct OutlineCorner {
     float flat[2];
     float angle;   // inside the outline

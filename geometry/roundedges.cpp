@@ -26,7 +26,6 @@ namespace korvane
 // and the thirds of those outer edges that the triangle walks from their points[0].
 
 static constexpr int stepnumber = 27;
-static constexpr int none = -1;
 
 // A line from one local point to another, and the step of the walk that runs it first.
 struct WalkLine {
@@ -49,7 +48,7 @@ static constexpr int FindStep(int from, int to)
             return step;
         }
     }
-    return none;
+    return noone;
 }
 
 static constexpr Walk GetWalk()
@@ -68,8 +67,9 @@ static constexpr Walk GetWalk()
     for (int k = 0; k < 3; k++) {
         const int line[4] = {A + k, AB1 + 2 * k, AB2 + 2 * k, A + (k + 1) % 3};
         for (int i = 0; i < 3; i++) {
-            found.thirds[std::size_t(k)][std::size_t(i)] = {
-                LocalPoint(line[i]), LocalPoint(line[i + 1]), FindStep(line[i], line[i + 1]), none};
+            found.thirds[std::size_t(k)][std::size_t(i)] = {LocalPoint(line[i]),
+                                                            LocalPoint(line[i + 1]),
+                                                            FindStep(line[i], line[i + 1]), noone};
         }
     }
     return found;
@@ -123,8 +123,8 @@ static bool IsRegular(const RoundEdges& round, const std::array<int, 3>& ends)
         }
         const int third = round.thirds[end / 2][0];
         const bool single =
-            third != none && round.edges[third].triangles[0] == round.edges[third].triangles[1];
-        if (IsForward(end) ? third != none : !single) {
+            third != noone && round.edges[third].triangles[0] == round.edges[third].triangles[1];
+        if (IsForward(end) ? third != noone : !single) {
             return false;
         }
     }
@@ -187,7 +187,7 @@ bool SetRoundEdges(Subdivision& work)
     RoundEdges round;
     round.edges = NewUnfilledArray<Edge>(number);
     round.number = 0;
-    round.thirds.assign(work.shape->edgenumber, {none, none, none});
+    round.thirds.assign(work.shape->edgenumber, {noone, noone, noone});
     if (!WalkSides(round, work) || round.number != number) {
         FreeArray(round.edges);
         return false;

@@ -16,8 +16,6 @@
 namespace korvane
 {
 
-static constexpr int noone = -1; // in the place of an index: none
-
 static bool AreNeighbours(const Side& side, int a, int b)
 {
     int before = side.points[side.pointnumber - 1];

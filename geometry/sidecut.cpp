@@ -16,8 +16,6 @@
 namespace korvane
 {
 
-static constexpr int noone = -1; // in the place of an index: none
-
 // How many different edges an outline passes.
 static int CountEdges(const Side& side)
 {

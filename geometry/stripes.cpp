@@ -12,8 +12,6 @@
 namespace korvane
 {
 
-static constexpr int noone = -1;
-
 // A run of outline from one junction to the next; the junction it starts from is known otherwise.
 struct OutlineRun {
     int second; // the point after the start, noone in a free place

@@ -37,7 +37,7 @@ static int CopyShapeOfScene(int shapeindex)
 {
     TransferPlainShape(shapeindex);
     Shape* copy = CopyShape(shapest[shapeindex]);
-    // Deliberate: as many bytes, not normals. Pasting derives them all again.
+    // Deliberate: as many bytes, not normals. Nobody sees them: pasting derives them all again.
     std::memcpy(copy->normals, shapes[shapeindex]->normals, std::size_t(copy->normalnumber));
     GrowArray(copyshapes, copyshapenumber, copyshapenumber + 1);
     copyshapes[copyshapenumber] = copy;

@@ -29,7 +29,7 @@ int copyiternumber = 0;
 Shape** copyshapes = nullptr;
 int copyshapenumber = 0;
 
-static constexpr unsigned char selectedatstart = selectedintree | selectedshown; // 80, a 'P'
+static constexpr unsigned char selectedatstart = selectedintree | selectedshown;
 
 static void GrowSceneArrays(int newcount)
 {

@@ -5,8 +5,12 @@
 // said otherwise.
 #pragma once
 
+#include <memory>
+
 namespace korvane
 {
+
+constexpr int noone = -1; // in the place of an index: none
 
 struct Shape;
 struct TreeIter; // defined in scene/treeview.h, because it holds a row of the toolkit's tree store
@@ -129,6 +133,15 @@ Shape* CopyShape(const Shape* shape);
 
 // Frees a shape and everything it owns.
 void DeleteShape(Shape* shape);
+
+// Holds a shape that does not belong to the scene (yet).
+struct ShapeDeleter {
+    void operator()(Shape* shape) const
+    {
+        DeleteShape(shape);
+    }
+};
+using OwnedShape = std::unique_ptr<Shape, ShapeDeleter>;
 
 // Removes shape `index` from the scene, closes the gap in all six arrays and rebuilds the active
 // elements. The tree is the caller's: it removes the node and lowers the later shape indices. The

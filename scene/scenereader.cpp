@@ -249,7 +249,7 @@ static void ReadShape(SceneReader& reader, const FolderTable& table, SceneDraft&
         return;
     }
     const std::string path(GetToken(reader));
-    std::unique_ptr<Shape, ShapeDeleter> shape(NewArray<Shape>(1));
+    OwnedShape shape(NewArray<Shape>(1));
     ReadPoints(reader, shape.get());
     ReadVertexes(reader, shape.get());
     ReadTriangles(reader);

@@ -6,20 +6,12 @@
 
 #include "scene/model.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace korvane
 {
-
-struct ShapeDeleter {
-    void operator()(Shape* shape) const
-    {
-        DeleteShape(shape);
-    }
-};
 
 constexpr int norootfolder = -1; // the place of what stands at the top level
 
@@ -31,7 +23,7 @@ struct FolderDraft {
 struct ShapeDraft {
     std::string name; // without its folders
     int folder;       // an index in SceneDraft::folders, or norootfolder
-    std::unique_ptr<Shape, ShapeDeleter> shape;
+    OwnedShape shape;
 };
 
 struct DroppedShape {

@@ -18,8 +18,8 @@ extern UndoRecord* repuffer; // reserved
 extern int repnumber;        // reserved
 extern int repindex;         // reserved
 
-extern GtkWidget*
-    toolbutton_undo; // sensitive exactly when there is an undo step; null before the window
+// Sensitive exactly when there is an undo step; null before the window.
+extern GtkWidget* toolbutton_undo;
 
 // Saves one shape before it is changed. Does nothing when there is no shape of that index.
 void PushShape(int index);

@@ -27,10 +27,12 @@ void GetColor(const char* title, int shape, int side);
 void SetVisibilityAndColor();
 
 // Handlers of the dialog; `which` is a number. Each changes the master and then all sides.
-void ToggledVisibility(GtkToggleButton* button, void* which); // 1 front, 2 back
-void ChangeColor(GtkColorSelection* selection, void* which);  // 1 and 2 front light and shadow, 3
-                                                              // and 4 those of the back
-int ChangeAcuity(GtkRange* range, int scroll, double value, void* which); // 1 front, 2 back
+// 1 front, 2 back
+void ToggledVisibility(GtkToggleButton* button, void* which);
+// 1 and 2 light and shadow of the front, 3 and 4 those of the back
+void ChangeColor(GtkColorSelection* selection, void* which);
+// 1 front, 2 back
+int ChangeAcuity(GtkRange* range, int scroll, double value, void* which);
 
 // Menu handlers: the side that was pressed, the shape of what was pressed or else the selection,
 // the selection.

@@ -95,7 +95,7 @@ static void AddSideGroup(GtkWidget* menu)
     AddItems(menu, rows);
 }
 
-// `source` tells the delete command what was under the pointer: 1 a side, 2 a point, 3 a stripe.
+// `source` goes with the delete command: 1 below a side, 2 a point, 3 a stripe. Nobody reads it.
 static void AddShapeGroup(GtkWidget* menu, int source)
 {
     const ItemRow rows[] = {

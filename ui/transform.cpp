@@ -63,8 +63,8 @@ static constexpr SliderKind exponentkind = {
 // A shape as it was before the dialog.
 struct FormerShape {
     int index;
-    Shape* shape; // owned
-    Shape* round; // owned; its rounded version
+    OwnedShape shape;
+    OwnedShape round; // its rounded version
 };
 
 static bool IsOneOf(int tool, int a, int b, int c)
@@ -165,17 +165,25 @@ static std::vector<FormerShape> CopyTargets()
     std::vector<FormerShape> former;
     for (int i = 0; i < count; i++) {
         const int index = selection != nullptr ? selection[std::size_t(i)] : srshapenumber;
-        former.push_back({index, CopyShape(shapes[index]), CopyShape(round1[index])});
+        former.push_back(
+            {index, OwnedShape(CopyShape(shapes[index])), OwnedShape(CopyShape(round1[index]))});
     }
     return former;
+}
+
+static void TradePlaces(Shape*& live, OwnedShape& copy)
+{
+    OwnedShape former(live);
+    live = copy.release();
+    copy = std::move(former);
 }
 
 // The live shapes and the copies trade places, their rounded versions too.
 static void TradePlaces(std::vector<FormerShape>& former)
 {
     for (FormerShape& one : former) {
-        std::swap(shapes[one.index], one.shape);
-        std::swap(round1[one.index], one.round);
+        TradePlaces(shapes[one.index], one.shape);
+        TradePlaces(round1[one.index], one.round);
     }
 }
 
@@ -213,8 +221,6 @@ static void EndTransform(std::vector<FormerShape>& former, bool keep)
         if (!keep) {
             CopyVersionsForView(one.index);
         }
-        DeleteShape(one.shape);
-        DeleteShape(one.round);
     }
     mainview.action = TOOL_NONE; // before the records, which could not be picked otherwise
     if (srshapenumber < 0) {

@@ -18,8 +18,7 @@ unsigned int textid = 0;
 
 static constexpr double strength = 0.3; // the picture's alpha when it is fully shown
 static constexpr int corners = 4;
-static constexpr int greatestsize =
-    4096; // of the square texture: 64 MB, and more than a screen shows
+static constexpr int greatestsize = 4096; // of the square texture: 64 MB, more than a screen shows
 
 // The picture that is shown; made when it first shows, until it has faded out or is replaced.
 static float worldcorners[corners][3]; // bottom left, bottom right, top right, top left
@@ -75,9 +74,9 @@ static void LoadPixels(const GdkPixbuf* pixels, GLenum format, int size)
     const auto rowstride = std::size_t(gdk_pixbuf_get_rowstride(pixels));
     const int lastpixel = (w - 1) * gdk_pixbuf_get_n_channels(pixels);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    for (int row = 0; row < std::min(h + 1, size); row++) { // rows may be padded by any number
-        const guchar* start =                               // of bytes
-            gdk_pixbuf_read_pixels(pixels) + std::size_t(std::min(row, h - 1)) * rowstride;
+    const guchar* bytes = gdk_pixbuf_read_pixels(pixels);
+    for (int row = 0; row < std::min(h + 1, size); row++) { // one by one: they may be padded
+        const guchar* start = bytes + std::size_t(std::min(row, h - 1)) * rowstride;
         glTexSubImage2D(GL_TEXTURE_2D, 0, 0, row, w, 1, format, GL_UNSIGNED_BYTE, start);
         if (w < size) {
             glTexSubImage2D(GL_TEXTURE_2D, 0, w, row, 1, 1, format, GL_UNSIGNED_BYTE,

@@ -12,7 +12,6 @@ namespace korvane
 {
 
 using testing::MakeRawShape;
-using testing::OwnedShape;
 using testing::SetVertexes;
 
 using Indices = std::vector<int>;

@@ -17,7 +17,6 @@ namespace korvane
 {
 
 using testing::MakeShape;
-using testing::OwnedShape;
 
 using EdgeNumbers = std::array<int, 6>;
 

@@ -20,7 +20,6 @@ using testing::CubeOfHalfEdge;
 using testing::MakeFlatShape;
 using testing::MakeRawShape;
 using testing::MakeShape;
-using testing::OwnedShape;
 using testing::SetVertexes;
 
 using Point = std::array<float, 3>;

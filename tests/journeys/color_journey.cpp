@@ -85,7 +85,7 @@ TEST_F(ColorJourney, PaintsABox)
     ASSERT_TRUE(journey.WaitForFront("Vintra"));
     EXPECT_TRUE(Shows(IsRed));
     const std::vector<float> red = {1, 0, 0, 1, 1, 0, 0, 1}; // light and shadow of the front
-    const OwnedShape saved = SaveShape();
+    const korvane::OwnedShape saved = SaveShape();
     for (int i = 0; i < saved->sidenumber; i++) {
         const float* colors = saved->sides[i].colors;
         EXPECT_EQ(std::vector<float>(colors, colors + korvane::FRONT_ACUITY), red);
@@ -113,7 +113,7 @@ TEST_F(ColorJourney, PaintsASideWithTheMouse)
     journey.Key("alt+o");
     ASSERT_TRUE(journey.WaitForFront("Vintra"));
 
-    const OwnedShape saved = SaveShape();
+    const korvane::OwnedShape saved = SaveShape();
     const float untouched[] = {0.9F, 0.9F, 0, 1, 0.7F, 0.7F, 0, 1, 0.1F,
                                0.9F, 0.9F, 0, 1, 0.7F, 0.7F, 0, 1, 0.1F};
     const float painted[] = {0.9F, 0.9F, 0, 0, 0.7F, 0.7F, 0, 1, 1,

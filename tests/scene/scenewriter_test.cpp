@@ -16,7 +16,6 @@ namespace korvane
 {
 
 using testing::MakeRawShape;
-using testing::OwnedShape;
 using testing::SetVertexes;
 
 static std::string TextOf(const std::function<void(TextBuffer&)>& write)

@@ -16,7 +16,6 @@ namespace korvane
 
 using testing::MakeFlatShape;
 using testing::MakeRawShape;
-using testing::OwnedShape;
 
 static const std::string tildes = "\n" + std::string(68, '~') + "\n";
 static const std::string dashes = "\n" + std::string(68, '-') + "\n";

@@ -21,9 +21,8 @@ static int CollectInto(std::vector<ImageTriangle>& triangles)
         if (showtable[i] == SHOW_PLAIN) {
             number = AddTrianglesOfShape(triangles.data(), number, round1t[i]);
         } else if (showtable[i] == SHOW_ROUNDED) {
-            Shape* finer = RoundShape(round1t[i]);
-            number = AddTrianglesOfShape(triangles.data(), number, finer);
-            DeleteShape(finer);
+            const OwnedShape finer(RoundShape(round1t[i]));
+            number = AddTrianglesOfShape(triangles.data(), number, finer.get());
         }
     }
     return number;

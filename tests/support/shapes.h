@@ -6,20 +6,11 @@
 #include "scene/model.h"
 
 #include <array>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace korvane::testing
 {
-
-struct ShapeDeleter {
-    void operator()(Shape* shape) const
-    {
-        DeleteShape(shape);
-    }
-};
-using OwnedShape = std::unique_ptr<Shape, ShapeDeleter>;
 
 using Points = std::vector<std::array<float, 3>>;
 using Outlines = std::vector<std::vector<int>>;
