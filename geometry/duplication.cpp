@@ -18,8 +18,7 @@ int centernumber = 0;
 
 bool IsDuplicateSideThere()
 {
-    return duplicateshape >= 0 && duplicateshape < shapenumber && duplicateside >= 0 &&
-           duplicateside < shapes[duplicateshape]->sidenumber;
+    return IsSideThere(duplicateshape, duplicateside);
 }
 
 static Places GetNewPoints()
@@ -38,7 +37,7 @@ int CountPathPlaces()
 
 void CreateDuplicate(int shapeindex, int sideindex, int target, int closed)
 {
-    if (shapeindex < 0 || shapeindex >= shapenumber) {
+    if (!IsShapeThere(shapeindex)) {
         return;
     }
     Shape* shape = shapes[shapeindex];

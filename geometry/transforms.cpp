@@ -71,16 +71,6 @@ static Move MakeMove(float x0, float y0, float x1, float y1)
     return {double(x1) - double(x0), double(y1) - double(y0)};
 }
 
-static bool IsShapeThere(int shape)
-{
-    return shape >= 0 && shape < shapenumber;
-}
-
-static bool IsSideThere(int shape, int side)
-{
-    return IsShapeThere(shape) && side >= 0 && side < shapes[shape]->sidenumber;
-}
-
 template <class Change> static void ChangeInView(float points[][3], int n, const Change& change)
 {
     TransferPoints(&mainview, points, n);

@@ -48,6 +48,16 @@ static void DeriveVersions(int index)
     round1t[index] = CopyShape(round1[index]);
 }
 
+bool IsShapeThere(int shape)
+{
+    return shape >= 0 && shape < shapenumber;
+}
+
+bool IsSideThere(int shape, int side)
+{
+    return IsShapeThere(shape) && side >= 0 && side < shapes[shape]->sidenumber;
+}
+
 void AddShape(Shape* shape)
 {
     SetCenterPointOfShape(shape);

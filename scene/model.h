@@ -119,6 +119,10 @@ extern int copyiternumber;  // length of copyiters
 extern Shape** copyshapes;  // owned; the copied shapes, in view coordinates
 extern int copyshapenumber; // length of copyshapes
 
+// Whether the scene has a shape of that index; whether that has a side of that index.
+bool IsShapeThere(int shape);
+bool IsSideThere(int shape, int side);
+
 // Appends a finished shape to the scene, which takes ownership, computes its centre and radius and
 // derives the other versions. The caller adds the tree node (AddTreeIter) and projects the scene:
 // until then showtable holds SHOW_NOTHING for it.

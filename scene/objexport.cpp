@@ -14,8 +14,8 @@
 namespace korvane
 {
 
-static constexpr std::size_t longestline =
-    160;                                 // "v " and three floats of 39 digits and six decimals
+// "v " and three floats of 39 digits and six decimals.
+static constexpr std::size_t longestline = 160;
 static constexpr double objscale = 10.0; // of the mesh against the screen
 
 // Where the next line goes; there is room for it.

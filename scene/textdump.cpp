@@ -94,7 +94,7 @@ static void WriteSides(FILE* file, const Shape& shape)
 
 int SaveShapeInTxt(int index, const char* path)
 {
-    if (index < 0 || index >= shapenumber) {
+    if (!IsShapeThere(index)) {
         return 0;
     }
     FILE* file = std::fopen(path, "w");

@@ -50,7 +50,7 @@ static void AddRecord(const UndoRecord& record)
 
 void PushShape(int index)
 {
-    if (index >= 0 && index < shapenumber) {
+    if (IsShapeThere(index)) {
         AddRecord(SaveShape(index));
     }
 }
