@@ -11,8 +11,8 @@
 namespace korvane
 {
 
-extern GtkTreeSelection*
-    tselection; // borrowed; the tree view's selection; null before it first changed
+// Borrowed; the tree view's selection; null before it first changed.
+extern GtkTreeSelection* tselection;
 
 // Selection handler: fills treeselected, drops what lies inside another selected folder, and sets
 // the shapes' `selected` bits.

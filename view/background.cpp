@@ -19,9 +19,7 @@ namespace korvane
 
 static constexpr float walldepth = -1.99F;  // behind everything but the clip plane
 static constexpr float hoverdepth = -1.96F; // of a hovered wall's outline
-static constexpr float planedepth =
-    -1.96F; // of the plane where its depth is not pinned by a program
-static constexpr int fullperspective = 15;
+static constexpr float planedepth = -1.96F; // of the plane where no program pins its depth
 
 static constexpr float halfedge = 0.61F;     // of a wall of the background cube
 static constexpr float walldistance = 0.66F; // from the middle: the walls leave gaps
@@ -72,7 +70,7 @@ static void DrawCube(MainView* view)
 {
     SetWallCorners(halfedge, walldistance, cubepoints);
     Rotate(view, cubepoints, wallnumber * wallcorners);
-    SetPerspective(cubepoints, wallnumber * wallcorners, fullperspective);
+    SetPerspective(cubepoints, wallnumber * wallcorners, fadefull);
     if (SetFacingWalls()) {
         SearchActive(); // the search just done took the marks of another view
     }

@@ -15,7 +15,6 @@ namespace korvane
 {
 
 static constexpr int edges = 12;
-static constexpr int fullperspective = 15;
 static constexpr double overlaydepth = 1.5; // in front of every shape
 
 static constexpr float smallhalfedge = 0.025F; // of the small cube, whose walls meet
@@ -47,7 +46,7 @@ static void DrawSmallCube(const MainView* view)
     SetWallCorners(smallhalfedge, smallhalfedge, points);
     Rotate(view, points, wallnumber * wallcorners);
     // Not SetPerspective: this cube is not picked, and the shapes of this frame are drawn already.
-    ApplyPerspective(points, wallnumber * wallcorners, fullperspective);
+    ApplyPerspective(points, wallnumber * wallcorners, fadefull);
     float place[2];
     GetCornerPlace(0.45, place);
     for (float* point : points) {
