@@ -190,6 +190,18 @@ static void CompareNames(const TreeIter& node)
     g_free(name);
 }
 
+// Only where a row names another node: each writing makes the toolkit count the rows above it and
+// measure the row again.
+static void WriteNodesIntoRows()
+{
+    for (int n = 1; n < treeiternumber; n++) {
+        GtkTreeIter* row = &treeiters[n].iter;
+        if (row->stamp != 0 && GetNodeOfRow(row) != n) { // no stamp: there is no row
+            gtk_tree_store_set(store, row, COLUMN_NODE, n, -1);
+        }
+    }
+}
+
 void SetAllIter(int node, GtkTreePath* path)
 {
     const TreeIter& folder = treeiters[node];
@@ -212,13 +224,8 @@ void SetAllIter(int node, GtkTreePath* path)
         }
         gtk_tree_path_next(path);
     }
-    if (node != 0) {
-        return;
-    }
-    for (int n = 1; n < treeiternumber; n++) {
-        if (treeiters[n].iter.stamp != 0) { // the store clears the stamp when there is no row
-            gtk_tree_store_set(store, &treeiters[n].iter, COLUMN_NODE, n, -1);
-        }
+    if (node == 0) {
+        WriteNodesIntoRows();
     }
 }
 

@@ -29,7 +29,7 @@ void TreeRowHasChild(GtkTreeModel* model, GtkTreePath* path, GtkTreeIter* iter);
 
 // Reads every row's place below a node again after the store was reordered, `path` being that of
 // the node's first child; complains on standard output about rows that do not match. From the root
-// it also writes every node's index into its row.
+// it also writes every node's index into its row, where that has another.
 void SetAllIter(int node, GtkTreePath* path);
 
 void ReadRowsAgain(); // SetAllIter from the root

@@ -166,6 +166,23 @@ TEST_F(TreeEdit, ClosesTheIconOfAFolderThatLosesItsLastRow)
     EXPECT_EQ(GetIcon(2), pbfolderc);
 }
 
+static void Count(GtkTreeModel*, GtkTreePath*, GtkTreeIter*, int* number)
+{
+    ++*number;
+}
+
+// A row that is written to is measured and looked for anew, which takes time in a large tree.
+TEST_F(TreeEdit, WritesOnlyToTheRowsWhoseNodesMove)
+{
+    int written = 0;
+    const gulong counter = g_signal_connect(store, "row-changed", G_CALLBACK(Count), &written);
+    Delete({square}); // the last node
+    EXPECT_EQ(written, 0);
+    Delete({e}); // node 3: 4 to 8 move down
+    EXPECT_EQ(written, 5);
+    g_signal_handler_disconnect(store, counter);
+}
+
 TEST_F(TreeEdit, KeepsTheOtherFoldersOpen)
 {
     gtk_tree_view_expand_all(GTK_TREE_VIEW(treeview));
