@@ -138,7 +138,7 @@ TEST_F(ImageProgress, TakesSeveralStepsForAPassOfManyTriangles)
     selected[0] = selectedfade;
     mainview.scale = 0.4F;
     mainview.center[1] = -0.3125; // 0.125 upwards in the view
-    RefreshView();
+    ProjectScene();
     const auto draws = [](double percent) { return percent > 39.9; };
     const auto steps = [&] {
         const std::vector<double> progress = GetProgress();

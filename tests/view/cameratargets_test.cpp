@@ -137,14 +137,14 @@ TEST_F(JumpingToASurface, DoesNothingBesideTheSide)
     EXPECT_EQ(camposition, cameraframes);
 }
 
-TEST_F(JumpingToASurface, DoesNothingForARecordWhoseShapeIsGone)
+TEST_F(JumpingToASurface, DoesNothingForARecordWhoseSideIsGone)
 {
     AddToView(MakeSmallSquare());
     AddToView(MakeSmallSquare());
-    DeleteShapeByIndex(1); // the records are made anew later
+    shapes[1]->sidenumber = 0; // and the records are not made anew yet
     JumpToSide(1, 0, 0);
     EXPECT_EQ(camposition, cameraframes);
-    activepointer = nullptr;
+    shapes[1]->sidenumber = 1;
 }
 
 // A square of radius 1.
