@@ -22,6 +22,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 
 namespace korvane::bench
 {
@@ -88,13 +89,13 @@ static void SelectOne(int node)
     SelectRow(node);
 }
 
-// Deletes one row, and puts it back without being measured.
-static void DeleteOne(::benchmark::State& state, int node)
+// Deletes what `select` selects, and puts it back without being measured.
+static void Delete(::benchmark::State& state, const std::function<void()>& select)
 {
     MakeScene(int(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
-        SelectOne(node);
+        select();
         HandleEvents();
         state.ResumeTiming();
         DelSelected();
@@ -108,12 +109,12 @@ static void DeleteOne(::benchmark::State& state, int node)
 
 static void DeleteTheFirst(::benchmark::State& state)
 {
-    DeleteOne(state, 1);
+    Delete(state, [] { SelectOne(1); });
 }
 
 static void DeleteTheLast(::benchmark::State& state)
 {
-    DeleteOne(state, int(state.range(0)));
+    Delete(state, [&] { SelectOne(int(state.range(0))); });
 }
 
 // The peer of deleting: what it begins with.
@@ -131,19 +132,7 @@ static void SaveForUndo(::benchmark::State& state)
 
 static void DeleteAll(::benchmark::State& state)
 {
-    MakeScene(int(state.range(0)));
-    for (auto _ : state) {
-        state.PauseTiming();
-        gtk_tree_selection_select_all(GetSelection());
-        HandleEvents();
-        state.ResumeTiming();
-        DelSelected();
-        state.PauseTiming();
-        PopUndo();
-        DelPuffer();
-        state.ResumeTiming();
-    }
-    CountRows(state);
+    Delete(state, [] { gtk_tree_selection_select_all(GetSelection()); });
 }
 
 // Pastes as many rows as there are, each among the others.

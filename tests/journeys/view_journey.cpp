@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 using namespace korvane::testing;
@@ -60,6 +61,18 @@ protected:
     double GetLength(double length) const
     {
         return length * std::min(first.width, first.height);
+    }
+
+    // Escape closes what is open; its repeats come to the window when that has gone.
+    void ExpectToStayUntilEscapeIsPressedAnew(const std::function<bool()>& isclosed)
+    {
+        journey.Hold("Escape");
+        EXPECT_TRUE(WaitFor(isclosed));
+        journey.LookWhenStill();
+        ASSERT_TRUE(journey.IsRunning());
+        journey.LetGo("Escape");
+        journey.Key("Escape");
+        EXPECT_EQ(journey.WaitForEnd(), 0);
     }
 
     static constexpr int muchchanged = 2000; // pixels; a lit edge or point has fewer
@@ -147,31 +160,18 @@ TEST_F(View, PopsUpAMenuAtARightClickButNotAfterARightDrag)
     EXPECT_TRUE(journey.IsRunning());
 }
 
-// Its repeats come to the window when the menu or the dialog has gone.
 TEST_F(View, StaysWhenEscapeIsHeldToCloseAMenu)
 {
     journey.Click(X(-0.3), Y(-0.3), 3);
     ASSERT_TRUE(WaitFor([&] { return journey.HasMenu(); }));
-    journey.Hold("Escape");
-    EXPECT_TRUE(WaitFor([&] { return !journey.HasMenu(); }));
-    journey.LookWhenStill();
-    ASSERT_TRUE(journey.IsRunning());
-    journey.LetGo("Escape");
-    journey.Key("Escape");
-    EXPECT_EQ(journey.WaitForEnd(), 0);
+    ExpectToStayUntilEscapeIsPressedAnew([&] { return !journey.HasMenu(); });
 }
 
 TEST_F(View, StaysWhenEscapeIsHeldToCloseADialog)
 {
     journey.Key("ctrl+o");
     ASSERT_TRUE(journey.WaitForFront("Open scene"));
-    journey.Hold("Escape");
-    EXPECT_TRUE(journey.WaitForFront("Vintra"));
-    journey.LookWhenStill();
-    ASSERT_TRUE(journey.IsRunning());
-    journey.LetGo("Escape");
-    journey.Key("Escape");
-    EXPECT_EQ(journey.WaitForEnd(), 0);
+    ExpectToStayUntilEscapeIsPressedAnew([&] { return journey.WaitForFront("Vintra"); });
 }
 
 TEST_F(View, GoesWithTheProgramAtEscape)
