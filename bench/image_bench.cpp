@@ -177,8 +177,11 @@ BENCHMARK_CAPTURE(CreateOneImage, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(PlainMethodInOneLight, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(PlainMethod, crossing, crossing)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, rounded, rounded)->Apply(SetUp);
+BENCHMARK_CAPTURE(PlainMethodInOneLight, rounded, rounded)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, plain, plain)->Apply(SetUp);
+BENCHMARK_CAPTURE(PlainMethodInOneLight, plain, plain)->Apply(SetUp);
 BENCHMARK_CAPTURE(CreateOneImage, together, together)->Apply(SetUp);
+BENCHMARK_CAPTURE(PlainMethodInOneLight, together, together)->Apply(SetUp);
 
 } // namespace korvane::bench
 
