@@ -149,18 +149,9 @@ static Reach GetReach(const ImageTriangle& triangle, int tile)
 }
 
 // To fill eight cells costs as much as to draw a small triangle.
-static int GetCost(const ImageTriangle& triangle, int tile)
+static int GetCost(const Reach& reach)
 {
-    return 1 + GetReach(triangle, tile).CountCells() / 8;
-}
-
-std::int64_t GetGatherCost(const std::vector<int>& order, int tile, const ImageTriangle* hszog)
-{
-    std::int64_t cost = 0;
-    for (const int index : order) {
-        cost += GetCost(hszog[index], tile);
-    }
-    return cost;
+    return 1 + reach.CountCells() / 8;
 }
 
 int CountAffordable(const std::vector<int>& order, int tile, const ImageTriangle* hszog,
@@ -172,7 +163,7 @@ int CountAffordable(const std::vector<int>& order, int tile, const ImageTriangle
     for (int cost = 0; number < order.size() && cost < stepcost; number++) {
         const int last = look;
         look = looks.oftriangle[std::size_t(order[number])];
-        cost += GetCost(hszog[order[number]], tile) + (look == last ? 0 : lookcost);
+        cost += GetCost(GetReach(hszog[order[number]], tile)) + (look == last ? 0 : lookcost);
     }
     return int(number);
 }
@@ -189,8 +180,14 @@ public:
         reaches.reserve(order.size());
         for (const int index : order) {
             reaches.push_back(GetReach(hszog[index], tile));
+            cost += GetCost(reaches.back());
         }
         MakeQueues();
+    }
+
+    std::int64_t GetTotalCost() const
+    {
+        return cost;
     }
 
     // Calls `ready` for every triangle that waits for no other.
@@ -251,13 +248,15 @@ private:
     }
 
     std::vector<Reach> reaches;       // the cells of each triangle
+    std::int64_t cost = 0;            // of all of them
     std::vector<int> waits;           // for each triangle the queues in which it is not the first
     std::vector<Queue> queues;        // of the cells, row by row
     std::vector<std::size_t> entries; // the runs of all queues
 };
 
 // Draws all that can be drawn in one look, before the look that has waited longest comes next.
-void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, const Looks& looks)
+std::int64_t GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog,
+                         const Looks& looks)
 {
     TileQueues queues(order, tile, hszog);
     std::vector<std::vector<std::size_t>> drawable(std::size_t(looks.number)); // of each look
@@ -282,6 +281,7 @@ void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, 
         waiting.pop_front();
     }
     order = std::move(gathered);
+    return queues.GetTotalCost();
 }
 
 // Deliberate: no deeper than it has to be. A depth buffer of 24 bits that is as deep as the

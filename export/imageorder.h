@@ -50,15 +50,13 @@ std::vector<unsigned int> GetTileSets(const ImageTriangle* hszog, int number);
 using TileOrders = std::array<std::vector<int>, tilenumber>;
 TileOrders GetTileOrders(const std::vector<unsigned int>& tilesets, const int* zindex);
 
-// Rearranges the order of a tile into long runs of one look. Triangles that may share a pixel keep
-// their order.
-void GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog, const Looks& looks);
-
 // What one step can afford to gather, to compile or to draw, in small triangles.
 constexpr int stepcost = 80000;
 
-// What it costs to gather the triangles of a tile: more for those that cover much of it.
-std::int64_t GetGatherCost(const std::vector<int>& order, int tile, const ImageTriangle* hszog);
+// Rearranges the order of a tile into long runs of one look. Triangles that may share a pixel keep
+// their order. Returns what it has cost: more for triangles that cover much of the tile.
+std::int64_t GatherLooks(std::vector<int>& order, int tile, const ImageTriangle* hszog,
+                         const Looks& looks);
 
 // How many triangles of a tile's order, from its first on, one step can afford to draw: at least
 // one if there is one.

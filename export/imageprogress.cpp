@@ -162,9 +162,7 @@ static void CompileLists()
 {
     std::int64_t handled = 0;
     for (; gathered < tilenumber && handled < stepcost; gathered++) {
-        std::vector<int>& order = tileorders[std::size_t(gathered)];
-        GatherLooks(order, gathered, hszog, looks);
-        handled += GetGatherCost(order, gathered, hszog);
+        handled += GatherLooks(tileorders[std::size_t(gathered)], gathered, hszog, looks);
     }
     while (compiled < tilenumber && handled < stepcost) {
         handled += CompilePart(compiled);

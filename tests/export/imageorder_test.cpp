@@ -119,13 +119,6 @@ TEST(CountAffordable, IsAllWhereThereAreFew)
     EXPECT_EQ(CountAffordableOf({SmallTriangle(20, 20, 0)}), 1);
 }
 
-TEST(GetGatherCost, CountsWhatTheTrianglesCoverOfTheTile)
-{
-    const std::vector<ImageTriangle> triangles = {MakeTriangle(-30, -30, 30, 30),
-                                                  SmallTriangle(20, 20, 0)};
-    EXPECT_EQ(GetGatherCost({0, 1, 1}, 0, triangles.data()), 513 + 1 + 1);
-}
-
 // In the tile of the upper left corner, which is tile 0.
 static std::vector<int> Gather(const std::vector<ImageTriangle>& triangles)
 {
@@ -133,6 +126,14 @@ static std::vector<int> Gather(const std::vector<ImageTriangle>& triangles)
     std::iota(order.begin(), order.end(), 0);
     GatherLooks(order, 0, triangles.data(), GetLooks(triangles.data(), int(triangles.size())));
     return order;
+}
+
+TEST(GatherLooks, TellsWhatTheTrianglesCoverOfTheTile)
+{
+    const std::vector<ImageTriangle> triangles = {MakeTriangle(-30, -30, 30, 30),
+                                                  SmallTriangle(20, 20, 0)};
+    std::vector<int> order = {0, 1, 1};
+    EXPECT_EQ(GatherLooks(order, 0, triangles.data(), GetLooks(triangles.data(), 2)), 513 + 1 + 1);
 }
 
 TEST(GatherLooks, DrawsTrianglesOfOneLookTogetherWhereTheyDoNotOverlap)
