@@ -1,8 +1,7 @@
 #include "geometry/outline.h"
 
-#include "scene/model.h"
-
 #include "geometry/triangulation.h"
+#include "scene/model.h"
 
 #include <algorithm>
 #include <array>

@@ -66,8 +66,8 @@ static void WriteFaces(TextBuffer& text, const Shape* shape, int base)
 
 static void WriteLine(TextBuffer& text, std::string_view line)
 {
-    char* out = BeginLine(text);
-    EndLine(text, out + line.copy(out, line.size()));
+    AppendText(text, line);
+    AppendText(text, "\n");
 }
 
 void WriteObj(FILE* file, const int* indices, int count)

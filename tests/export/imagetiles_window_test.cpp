@@ -13,7 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 
 namespace korvane
 {
@@ -43,9 +45,27 @@ static OwnedShape Box(double left, double bottom, double right, double top, cons
     return box;
 }
 
+// White in some of the four passes, the cleared colour in the others.
+static void ExpectLevel(const Image& image, int x, int y, int passes)
+{
+    EXPECT_NEAR(image.At(x, y).red, (77.0 * (4 - passes) + 255 * passes) / 4, 1);
+    EXPECT_NEAR(image.AlphaAt(x, y), 255.0 * passes / 4, 1);
+}
+
+// How much of a pixel's width or height an edge leaves before it, and the passes that see the box.
+struct Cut {
+    double part;
+    int passes;
+};
+
 class ImageTiles : public ImageTest
 {
 protected:
+    // For each cut, the pixel in which the edge of such a box lies and those beside it; `inward` is
+    // the step from the edge into the box.
+    void ExpectEdge(const std::vector<Cut>& cuts, OwnedShape (*makebox)(double part),
+                    const std::array<int, 2>& edge, const std::array<int, 2>& inward);
+
     // Sheets of many colours that cross each other, clear ones among them.
     static void AddCrossingSheets();
 };
@@ -74,77 +94,50 @@ TEST_F(ImageTiles, HaveTheUpperRowsOfTheViewFirst)
     EXPECT_EQ(image.At(1179, 100), cleared);
 }
 
-// White in some of the four passes, the cleared colour in the others.
-static void ExpectLevel(const Image& image, int x, int y, int passes)
+void ImageTiles::ExpectEdge(const std::vector<Cut>& cuts, OwnedShape (*makebox)(double part),
+                            const std::array<int, 2>& edge, const std::array<int, 2>& inward)
 {
-    EXPECT_NEAR(image.At(x, y).red, (77.0 * (4 - passes) + 255 * passes) / 4, 1);
-    EXPECT_NEAR(image.AlphaAt(x, y), 255.0 * passes / 4, 1);
+    for (const auto& [part, passes] : cuts) {
+        SCOPED_TRACE(part);
+        StartEmptyView();
+        Add(makebox(part));
+        const Image image = MakeImage();
+        ExpectLevel(image, edge[0], edge[1], passes);
+        EXPECT_EQ(image.At(edge[0] + inward[0], edge[1] + inward[1]).red, 255);
+        EXPECT_EQ(image.At(edge[0] - inward[0], edge[1] - inward[1]), cleared);
+    }
 }
-
-// How much of a pixel's width or height an edge leaves before it, and the passes that see the box.
-struct Cut {
-    double part;
-    int passes;
-};
 
 // In the four passes the picture moves by -0.208, 0.204, -0.293 and 0.297 pixels to the right. A
 // right edge covers the middle of the pixel in which it lies when it has moved beyond that.
 TEST_F(ImageTiles, HaveEdgesWithIntermediateLevels)
 {
-    for (const auto& [part, passes] :
-         {Cut{0.17, 0}, {0.25, 1}, {0.32, 2}, {0.5, 2}, {0.75, 3}, {0.83, 4}, {1.0, 4}}) {
-        SCOPED_TRACE(part);
-        StartEmptyView();
-        Add(Box(-0.25, -0.25, 0.25 + part * pixel, 0.25, white));
-        const Image image = MakeImage();
-        ExpectLevel(image, 896, 500, passes);
-        EXPECT_EQ(image.At(895, 500).red, 255);
-        EXPECT_EQ(image.At(897, 500), cleared);
-    }
+    ExpectEdge({{0.17, 0}, {0.25, 1}, {0.32, 2}, {0.5, 2}, {0.75, 3}, {0.83, 4}, {1.0, 4}},
+               [](double part) { return Box(-0.25, -0.25, 0.25 + part * pixel, 0.25, white); },
+               {896, 500}, {-1, 0});
 }
 
 // A left edge covers it while it stays before the middle.
 TEST_F(ImageTiles, HaveLeftEdgesWithIntermediateLevels)
 {
-    for (const auto& [part, passes] :
-         {Cut{0.17, 4}, {0.25, 3}, {0.32, 2}, {0.5, 2}, {0.75, 1}, {0.83, 0}}) {
-        SCOPED_TRACE(part);
-        StartEmptyView();
-        Add(Box(-0.25 + part * pixel, -0.25, 0.25, 0.25, white));
-        const Image image = MakeImage();
-        ExpectLevel(image, 384, 500, passes);
-        EXPECT_EQ(image.At(385, 500).red, 255);
-        EXPECT_EQ(image.At(383, 500), cleared);
-    }
+    ExpectEdge({{0.17, 4}, {0.25, 3}, {0.32, 2}, {0.5, 2}, {0.75, 1}, {0.83, 0}},
+               [](double part) { return Box(-0.25 + part * pixel, -0.25, 0.25, 0.25, white); },
+               {384, 500}, {1, 0});
 }
 
 // Upward the passes move it by 0.354, -0.354, -0.150 and 0.150 pixels.
 TEST_F(ImageTiles, HaveUpperEdgesWithIntermediateLevels)
 {
-    for (const auto& [part, passes] :
-         {Cut{0.1, 0}, {0.17, 1}, {0.32, 1}, {0.5, 2}, {0.75, 3}, {0.9, 4}, {1.0, 4}}) {
-        SCOPED_TRACE(part);
-        StartEmptyView();
-        Add(Box(-0.25, -0.25, 0.25, 0.25 + part * pixel, white));
-        const Image image = MakeImage();
-        ExpectLevel(image, 640, 255, passes);
-        EXPECT_EQ(image.At(640, 256).red, 255);
-        EXPECT_EQ(image.At(640, 254), cleared);
-    }
+    ExpectEdge({{0.1, 0}, {0.17, 1}, {0.32, 1}, {0.5, 2}, {0.75, 3}, {0.9, 4}, {1.0, 4}},
+               [](double part) { return Box(-0.25, -0.25, 0.25, 0.25 + part * pixel, white); },
+               {640, 255}, {0, 1});
 }
 
 TEST_F(ImageTiles, HaveLowerEdgesWithIntermediateLevels)
 {
-    for (const auto& [part, passes] :
-         {Cut{0.1, 4}, {0.17, 3}, {0.32, 3}, {0.5, 2}, {0.75, 1}, {0.9, 0}}) {
-        SCOPED_TRACE(part);
-        StartEmptyView();
-        Add(Box(-0.25, -0.25 + part * pixel, 0.25, 0.25, white));
-        const Image image = MakeImage();
-        ExpectLevel(image, 640, 767, passes);
-        EXPECT_EQ(image.At(640, 766).red, 255);
-        EXPECT_EQ(image.At(640, 768), cleared);
-    }
+    ExpectEdge({{0.1, 4}, {0.17, 3}, {0.32, 3}, {0.5, 2}, {0.75, 1}, {0.9, 0}},
+               [](double part) { return Box(-0.25, -0.25 + part * pixel, 0.25, 0.25, white); },
+               {640, 767}, {0, -1});
 }
 
 // The right edge is beyond the middle of its pixel in the last pass alone, the left edge before it
