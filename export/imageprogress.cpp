@@ -1,5 +1,6 @@
 #include "export/imageprogress.h"
 
+#include "export/imagelists.h"
 #include "export/imagetiles.h"
 #include "geometry/rounding.h"
 #include "scene/arrays.h"
@@ -11,9 +12,9 @@
 #include <gtk/gtkgl.h>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -35,8 +36,6 @@ enum ImageState {
     statenumber
 };
 
-using TileLists = std::array<std::vector<unsigned int>, tilenumber>;
-
 // The image that is being made; it lives from the first step to the last or to a cancel.
 static int state = COLLECT_PLAIN;          // the step that comes next
 static int trianglenumber = 0;             // collected triangles
@@ -44,12 +43,8 @@ static int triangleroom = 0;               // length of the three arrays
 static ImageTriangle* hszog = nullptr;     // owned; the triangles
 static float* ztable = nullptr;            // owned; a depth key per triangle
 static int* zindex = nullptr;              // owned; the drawing order
-static TileLists gllist;                   // the display lists of each tile
-static Looks looks;                        // from which the lists are gathered
 static std::vector<unsigned int> tilesets; // the tiles of each triangle
-static TileOrders tileorders;              // of what has still to be compiled
-static int gathered = 0;                   // so many tiles are
-static int compiled = 0;                   // so many tiles are
+static Looks looks;                        // the light states of the triangles
 static double halfdepth = 0;               // of what is drawn
 static int snumber = 0;                    // tile column; before, the next shape to collect
 static int tnumber = 0;                    // tile row
@@ -137,40 +132,16 @@ static void PrepareSorting()
 static void SortTriangles()
 {
     SetTriangleSequence(ztable, zindex, trianglenumber);
-    tileorders = GetTileOrders(tilesets, zindex);
-    gathered = 0;
-    compiled = 0;
+    StartLists(GetTileOrders(tilesets, zindex), {hszog, std::move(looks), halfdepth});
     SetProgress(allsorted);
     state = COMPILE_LISTS;
 }
 
-// Makes a list of what one step can afford, and takes that out of what has still to be compiled.
-static int CompilePart(int tile)
-{
-    std::vector<int>& order = tileorders[std::size_t(tile)];
-    const int number = CountAffordable(order, tile, hszog, looks);
-    const unsigned int list = glGenLists(1);
-    CompileTriangles(list, hszog, order.data(), number);
-    gllist[std::size_t(tile)].push_back(list);
-    order.erase(order.begin(), order.begin() + number);
-    return number;
-}
-
-// Does as much as one step can afford. The lists are compiled when all of them are gathered, so
-// that a tile with most of the triangles is gathered and compiled in different steps.
 static void CompileLists()
 {
-    std::int64_t handled = 0;
-    for (; gathered < tilenumber && handled < stepcost; gathered++) {
-        handled += GatherLooks(tileorders[std::size_t(gathered)], gathered, hszog, looks);
-    }
-    while (compiled < tilenumber && handled < stepcost) {
-        handled += CompilePart(compiled);
-        compiled += tileorders[std::size_t(compiled)].empty() ? 1 : 0;
-    }
-    const double share = double(gathered + compiled) / (2 * tilenumber);
+    const double share = MakeLists();
     SetProgress(allsorted + (allcompiled - allsorted) * share);
-    if (compiled == tilenumber) {
+    if (share == 1) {
         state = SET_UP_TILES;
     }
 }
@@ -179,7 +150,7 @@ static void CompileLists()
 // whether the pass is complete.
 static bool DrawPass(int tile)
 {
-    const std::vector<unsigned int>& lists = gllist[std::size_t(tile)];
+    const std::vector<unsigned int>& lists = GetLists(tile);
     do {
         DrawTilePart({tile, accum, halfdepth}, lists[part], part == 0, part + 1 == lists.size());
         part++;
@@ -222,15 +193,6 @@ static void SetUpTiles()
     DrawTiles();
 }
 
-static void FreeLists()
-{
-    for (std::vector<unsigned int>& lists : gllist) {
-        for (const unsigned int list : lists) {
-            glDeleteLists(list, 1);
-        }
-    }
-}
-
 // Everything but the image. OpenGL's share is gone already when the context is.
 static void FreeWork()
 {
@@ -239,12 +201,10 @@ static void FreeWork()
     FreeArray(zindex);
     tilesets = {};
     looks = {};
-    tileorders = {};
+    FreeLists();
     if (gdk_gl_context_get_current() != nullptr) {
-        FreeLists();
         FreeTileBuffer();
     }
-    gllist = {};
 }
 
 static void DestroyProgress()

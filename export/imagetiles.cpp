@@ -1,5 +1,6 @@
 #include "export/imagetiles.h"
 
+#include "export/imageorder.h"
 #include "geometry/shapegeometry.h"
 #include "view/basestate.h"
 #include "view/glsetup.h"
@@ -79,23 +80,27 @@ static void AddLitTriangle(const ImageTriangle& triangle, float direction)
 }
 
 // The light state is set once for every run of triangles that share it.
-static void AddLitTriangles(const ImageTriangle* hszog, const int* order, int number)
+static void AddLitTriangles(const DrawnTriangles& drawn, const std::vector<int>& triangles)
 {
-    TriangleLook loaded = {};
-    for (int i = 0; i < number; i++) {
-        const TriangleLook look = GetLook(hszog[order[i]]);
-        if (loaded.colors == nullptr || !ShareLightState(look, loaded)) {
-            if (loaded.colors != nullptr) {
+    int loaded = -1;
+    for (std::size_t i = 0; i < triangles.size(); i++) {
+        PrefetchTriangle(drawn, triangles, i);
+        const int index = triangles[i];
+        const int number = drawn.looks.oftriangle[std::size_t(index)];
+        const TriangleLook& look = drawn.looks.states[std::size_t(number)];
+        if (number != loaded) {
+            if (loaded != -1) {
                 glEnd();
             }
             LoadColors(look.colors, 1);
             LoadControl(look.colors, look.front);
             glBegin(GL_TRIANGLES);
-            loaded = look;
+            loaded = number;
         }
-        AddLitTriangle(hszog[order[i]], look.direction);
+        const ImageTriangle& triangle = drawn.hszog[index];
+        AddLitTriangle(triangle, look.front && triangle.front == 0 ? -1.0F : 1.0F);
     }
-    if (loaded.colors != nullptr) {
+    if (loaded != -1) {
         glEnd();
     }
 }
@@ -111,23 +116,25 @@ static void AddFlatTriangle(const ImageTriangle& triangle)
     }
 }
 
-static void AddFlatTriangles(const ImageTriangle* hszog, const int* order, int number)
+static void AddFlatTriangles(const DrawnTriangles& drawn, const std::vector<int>& triangles)
 {
     glBegin(GL_TRIANGLES);
-    for (int i = 0; i < number; i++) {
-        AddFlatTriangle(hszog[order[i]]);
+    for (const int index : triangles) {
+        AddFlatTriangle(drawn.hszog[index]);
     }
     glEnd();
 }
 
-void CompileTriangles(unsigned int list, const ImageTriangle* hszog, const int* order, int number)
+void CompileTriangles(unsigned int list, const DrawnTriangles& drawn, const TilePart& part)
 {
     glNewList(list, GL_COMPILE);
+    glDepthFunc(part.nearestfirst ? GL_LEQUAL : GL_LESS);
     if (UsesPrograms()) {
-        AddLitTriangles(hszog, order, number);
+        AddLitTriangles(drawn, part.triangles);
     } else {
-        AddFlatTriangles(hszog, order, number);
+        AddFlatTriangles(drawn, part.triangles);
     }
+    glDepthFunc(GL_LESS);
     glEndList();
 }
 

@@ -5,7 +5,7 @@
 // state and the view's projection, and leaves them.
 #pragma once
 
-#include "export/imageorder.h"
+#include "export/imagegathering.h"
 
 namespace korvane
 {
@@ -15,8 +15,8 @@ constexpr int tilepasses = 4;
 void MakeTileBuffer();
 void FreeTileBuffer(); // nothing when it has not been made
 
-// Makes a display list of so many triangles of a tile's order.
-void CompileTriangles(unsigned int list, const ImageTriangle* hszog, const int* order, int number);
+// Makes a display list of a part of a tile.
+void CompileTriangles(unsigned int list, const DrawnTriangles& drawn, const TilePart& part);
 
 // Draws a display list through both programs of lit surfaces, if they are used.
 void SceneHighDraw(unsigned int list);

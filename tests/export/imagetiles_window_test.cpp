@@ -66,6 +66,9 @@ protected:
     void ExpectEdge(const std::vector<Cut>& cuts, OwnedShape (*makebox)(double part),
                     const std::array<int, 2>& edge, const std::array<int, 2>& inward);
 
+    // The image is that of the plain method, with so many levels between two whole ones.
+    void ExpectPlainMethod(int averagednumber) const;
+
     // Sheets of many colours that cross each other, clear ones among them.
     static void AddCrossingSheets();
 };
@@ -174,9 +177,8 @@ void ImageTiles::AddCrossingSheets()
 }
 
 // The rounding of the average is all that may differ.
-TEST_F(ImageTiles, AreThoseOfThePlainMethod)
+void ImageTiles::ExpectPlainMethod(int averagednumber) const
 {
-    AddCrossingSheets();
     const Image image = MakeImage();
     std::vector<float> plain;
     window.Run([&] { plain = DrawPlainly(CollectTriangles(), LIGHT_PERTRIANGLE); });
@@ -188,7 +190,43 @@ TEST_F(ImageTiles, AreThoseOfThePlainMethod)
         averaged += plain[i] != std::floor(plain[i]) ? 1 : 0;
     }
     EXPECT_LE(difference, 0.5F);
-    EXPECT_GT(averaged, 10000); // the scene has edges enough
+    EXPECT_GT(averaged, averagednumber); // the scene has edges enough
+}
+
+TEST_F(ImageTiles, AreThoseOfThePlainMethod)
+{
+    AddCrossingSheets();
+    ExpectPlainMethod(10000);
+}
+
+// One after the other in a single plane, where none is nearer. They keep their corners.
+TEST_F(ImageTiles, AreThoseOfThePlainMethodWhereDepthsAreEqual)
+{
+    for (int i = 0; i < 6; i++) {
+        const float place = 0.06F * float(i);
+        const float alpha = i == 3 ? 0.5F : 1;
+        OwnedShape square =
+            PlainSquareAt(place - 0.1F, 0.4F * place, 0, {place * 3, 0.5F, 0, alpha});
+        SetVertexes(square.get(), {0, 1, 2, 3});
+        CompleteShape(square.get());
+        Add(std::move(square));
+    }
+    ExpectPlainMethod(1000);
+}
+
+// In such a sheet the lit program comes to no number at all: what lies behind it is seen.
+TEST_F(ImageTiles, AreThoseOfThePlainMethodWithoutAcuity)
+{
+    Add(PlainSquareAt(0, 0, -1, red));
+    OwnedShape sheet = PlainSquareAt(0, 0, 0, white);
+    sheet->sides[0].colors[FRONT_ACUITY] = 0;
+    for (int i = 0; i < sheet->pointnumber; i++) {
+        float* point = sheet->points[i];
+        point[2] = 1.5F * point[0] - point[1]; // square to the light
+    }
+    CompleteShape(sheet.get());
+    Add(std::move(sheet));
+    ExpectPlainMethod(1000);
 }
 
 TEST_F(ImageTiles, DoNotDependOnTheWindow)
