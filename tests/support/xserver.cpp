@@ -1,11 +1,13 @@
 #include "tests/support/xserver.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <csignal>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace korvane::testing
@@ -28,11 +30,16 @@ pid_t StartProgram(const std::string& name, const std::string& arguments, bool q
     _exit(127);
 }
 
+// The X server can miss a signal: one that comes just before it goes to sleep is not seen until
+// something else wakes it, and its last client is waiting here.
 void StopProgram(pid_t program)
 {
-    if (program > 0) {
-        kill(program, SIGTERM);
-        waitpid(program, nullptr, 0);
+    using std::chrono::milliseconds;
+    for (int i = 0; program > 0 && waitpid(program, nullptr, WNOHANG) == 0; i++) {
+        if (i % 100 == 0) {
+            kill(program, SIGTERM);
+        }
+        std::this_thread::sleep_for(milliseconds(1));
     }
 }
 
