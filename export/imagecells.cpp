@@ -3,6 +3,9 @@
 #include "export/imageorder.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
 
 namespace korvane
 {
@@ -26,16 +29,53 @@ static Reach GetReach(const ImageTriangle& triangle, int tile)
     return {Byte(columns.first), Byte(columns.last), Byte(rows.first), Byte(rows.last)};
 }
 
+// A driver rounds corners to 256 parts of a pixel or more. This is twice what that may move them
+// by.
+static constexpr double rounding = tilespan / tilesize / 256;
+
+// Twice the area of a triangle on the screen, negative when it turns clockwise.
+static double GetTurn(const float* a, const float* b, const float* c)
+{
+    return (double(b[0]) - a[0]) * (double(c[1]) - a[1]) -
+           (double(b[1]) - a[1]) * (double(c[0]) - a[0]);
+}
+
+static double GetTaxicabDistance(const float* a, const float* b)
+{
+    return std::abs(double(b[0]) - a[0]) + std::abs(double(b[1]) - a[1]);
+}
+
+// Whether the triangle still turns that way when its corners have been rounded.
+static bool TurnsSurely(const float* a, const float* b, const float* c, bool clockwise)
+{
+    const double turn = GetTurn(a, b, c);
+    return (clockwise ? -turn : turn) >
+           2 * rounding * (GetTaxicabDistance(a, b) + GetTaxicabDistance(a, c));
+}
+
+// How far beyond the depths of its corners a triangle may be drawn. Where rounding lets it cover a
+// pixel that it does not reach, its depth goes on with its slope: endlessly when it is a line.
+static float GetDepthDoubt(const ImageTriangle& triangle)
+{
+    const auto& [a, b, c] = triangle.vertices;
+    const double ab = double(b[2]) - a[2];
+    const double ac = double(c[2]) - a[2];
+    const double rise = std::abs(ab * (double(c[1]) - a[1]) - ac * (double(b[1]) - a[1])) +
+                        std::abs(ac * (double(b[0]) - a[0]) - ab * (double(c[0]) - a[0]));
+    return ab == 0 && ac == 0 ? 0 : float(2 * rounding * rise / std::abs(GetTurn(a, b, c)));
+}
+
 static TileTriangle GetTileTriangle(int index, int tile, const DrawnTriangles& drawn)
 {
     const ImageTriangle& triangle = drawn.hszog[index];
     const auto& [a, b, c] = triangle.vertices;
     const auto [back, front] = std::minmax({a[2], b[2], c[2]});
+    const float doubt = GetDepthDoubt(triangle);
     return {index,
             drawn.looks.oftriangle[std::size_t(index)],
             {{a[0], a[1]}, {b[0], b[1]}, {c[0], c[1]}},
-            back,
-            front,
+            back - doubt,
+            front + doubt,
             GetReach(triangle, tile)};
 }
 
@@ -51,23 +91,22 @@ std::vector<TileTriangle> GetTileTriangles(const std::vector<int>& order, int ti
     return triangles;
 }
 
-// Twice the area of a triangle on the screen, negative when it turns clockwise. Coordinates of like
-// size have differences and products without rounding, so that the sign is right.
-static double GetTurn(const float* a, const float* b, const float* c)
-{
-    return (double(b[0]) - a[0]) * (double(c[1]) - a[1]) -
-           (double(b[1]) - a[1]) * (double(c[0]) - a[0]);
-}
-
-static bool LiesBeyondAnEdge(const TileTriangle& triangle, const TileTriangle& other)
+// Whether an edge lies between the triangle and all corners of the other but those that it has
+// itself.
+static bool HasEdgeBetween(const TileTriangle& triangle, const TileTriangle& other)
 {
     const auto& corners = triangle.corners;
-    const double area = GetTurn(corners[0], corners[1], corners[2]);
-    for (int i = 0; i < 3; i++) {
-        const auto lieswithin = [&](const float(&corner)[2]) {
-            return area * GetTurn(corners[i], corners[(i + 1) % 3], corner) > 0;
+    for (std::size_t i = 0; i < 3; i++) {
+        const float* p = corners[i];
+        const float* q = corners[(i + 1) % 3];
+        const float* opposite = corners[(i + 2) % 3];
+        const bool clockwise = GetTurn(p, q, opposite) < 0;
+        const auto liesbeyond = [&](const float(&corner)[2]) {
+            return std::equal(corner, corner + 2, p) || std::equal(corner, corner + 2, q) ||
+                   TurnsSurely(p, q, corner, !clockwise);
         };
-        if (std::none_of(std::begin(other.corners), std::end(other.corners), lieswithin)) {
+        if (TurnsSurely(p, q, opposite, clockwise) &&
+            std::all_of(std::begin(other.corners), std::end(other.corners), liesbeyond)) {
             return true;
         }
     }
@@ -79,13 +118,14 @@ static bool LiesBefore(const TileTriangle& triangle, const TileTriangle& other, 
 {
     const auto& [a, b, c] = triangle.corners;
     const auto& [d, e, f] = other.corners;
-    return std::max({a[axis], b[axis], c[axis]}) <= std::min({d[axis], e[axis], f[axis]});
+    return std::max({a[axis], b[axis], c[axis]}) + 2 * rounding <
+           std::min({d[axis], e[axis], f[axis]});
 }
 
 bool AreApart(const TileTriangle& a, const TileTriangle& b)
 {
     return LiesBefore(a, b, 0) || LiesBefore(b, a, 0) || LiesBefore(a, b, 1) ||
-           LiesBefore(b, a, 1) || LiesBeyondAnEdge(a, b) || LiesBeyondAnEdge(b, a);
+           LiesBefore(b, a, 1) || HasEdgeBetween(a, b) || HasEdgeBetween(b, a);
 }
 
 } // namespace korvane

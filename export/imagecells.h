@@ -39,7 +39,7 @@ struct TileTriangle {
     int index; // in hszog
     int look;
     float corners[3][2]; // on the screen, in view coordinates
-    float back, front;   // its least and its greatest depth; the greater is nearer
+    float back, front;   // it is drawn at no lesser and no greater depth; the greater is nearer
     Reach reach;
 };
 
@@ -47,8 +47,8 @@ struct TileTriangle {
 std::vector<TileTriangle> GetTileTriangles(const std::vector<int>& order, int tile,
                                            const DrawnTriangles& drawn);
 
-// Whether one lies beyond an edge of the other on the screen. They may touch there: a pixel on a
-// common edge belongs to one of them alone.
+// Whether they surely cover no common pixel, however a driver rounds their corners. They may share
+// corners and an edge: a pixel on a common edge belongs to one of them alone.
 bool AreApart(const TileTriangle& a, const TileTriangle& b);
 
 } // namespace korvane

@@ -58,9 +58,12 @@ TEST(GetTileTriangles, TellsDepthsLooksAndPlaces)
     ASSERT_EQ(tiled.size(), 2U);
     EXPECT_EQ(tiled[0].index, 1);
     EXPECT_EQ(tiled[0].look, 1);
-    EXPECT_EQ(tiled[0].back, -1);
-    EXPECT_EQ(tiled[0].front, 2);
+    // it rises by 1.5 and by 3 on four pixels, and a corner may move by a 256th of a pixel
+    EXPECT_NEAR(tiled[0].back, -1 - 2 * 4.5 / 4 / 256, 1e-5);
+    EXPECT_NEAR(tiled[0].front, 2 + 2 * 4.5 / 4 / 256, 1e-5);
     EXPECT_EQ(tiled[1].index, 0);
+    EXPECT_EQ(tiled[1].back, 0);
+    EXPECT_EQ(tiled[1].front, 0);
 }
 
 TEST(ForCells, VisitsTheCellsOfAReach)
@@ -103,8 +106,25 @@ TEST(AreApart, WhenTheyTouchOrDoNotMeet)
     ExpectApart(lower, {{{4, 0}, {8, 0}, {8, 4}}}, true); // a common corner
     ExpectApart(lower, {{{3, 3}, {4, 4}, {3, 4}}}, true); // within the rectangle of the other
     ExpectApart(lower, {{{9, 9}, {9, 8}, {8, 9}}}, true);
-    ExpectApart(lower, {{{3, 1}, {1, 3}, {4, 4}}}, true); // on a part of its edge
-    ExpectApart(lower, {{{1, 1}, {2, 1}, {3, 1}}}, true); // no area
+}
+
+static constexpr float part = float(pixel / 256);
+
+// Rounding may move its corners over the edge.
+TEST(AreApart, NotWhenTheyTouchWithoutACommonCorner)
+{
+    ExpectApart(lower, {{{3, 1}, {1, 3}, {4, 4}}}, false);
+    ExpectApart(lower, {{{3, 1}, {4, 1}, {4, 4}}}, false);
+    ExpectApart(lower, {{{-part, 0}, {-4, 0}, {-part, 4}}}, false);
+    ExpectApart(lower, {{{-8 * part, 0}, {-4, 0}, {-8 * part, 4}}}, true);
+}
+
+// Rounding may turn it round.
+TEST(AreApart, NotWhenOneIsNearlyALineAlongTheOther)
+{
+    ExpectApart(lower, {{{0, 0}, {0, 4}, {-part, 2}}}, false);
+    ExpectApart(lower, {{{0, 0}, {0, 4}, {-16 * part, 2}}}, true);
+    ExpectApart(lower, {{{0, 0}, {0, 4}, {0, 2}}}, false);
 }
 
 TEST(AreApart, NotWhenTheyOverlap)

@@ -117,7 +117,7 @@ TEST(GatherLooks, DrawsTrianglesOfOneLookTogetherWhereTheyOnlyTouch)
 static ImageTriangle NarrowTriangle(double x, float look)
 {
     const double left = -0.625 + x * pixel;
-    return MakeTriangle(left, 0.5 - 23 * pixel, left + 0.3 * pixel, 0.5 - 21 * pixel, look);
+    return MakeTriangle(left, 0.5 - 23 * pixel, left + 0.2 * pixel, 0.5 - 21 * pixel, look);
 }
 
 // A group of a cell has eight triangles at most.
