@@ -11,12 +11,12 @@ namespace korvane
 
 struct DrawnTriangles {
     const ImageTriangle* hszog; // borrowed
-    Looks looks;
-    double halfdepth; // before and behind the view's middle
+    Looks looks;                // of these triangles
+    double halfdepth;           // before and behind the view's middle
 };
 
-// In the order in which they are drawn, triangles lie anywhere in memory: asks for one that will
-// soon be needed by who is at place i of the order.
+// Fetches into the cache the triangle that comes `ahead` places after place i of an order: in the
+// order in which they are drawn, triangles lie anywhere in memory.
 inline void PrefetchTriangle(const DrawnTriangles& drawn, const std::vector<int>& order,
                              std::size_t i)
 {

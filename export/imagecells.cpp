@@ -29,9 +29,8 @@ static Reach GetReach(const ImageTriangle& triangle, int tile)
     return {Byte(columns.first), Byte(columns.last), Byte(rows.first), Byte(rows.last)};
 }
 
-// A driver rounds corners to 256 parts of a pixel or more. This is twice what that may move them
-// by.
-static constexpr double rounding = tilespan / tilesize / 256;
+// OpenGL promises corners in 16 parts of a pixel at least: rounding moves them so far at most.
+static constexpr double rounding = tilespan / tilesize / 32;
 
 // Twice the area of a triangle on the screen, negative when it turns clockwise.
 static double GetTurn(const float* a, const float* b, const float* c)
@@ -50,7 +49,7 @@ static bool TurnsSurely(const float* a, const float* b, const float* c, bool clo
 {
     const double turn = GetTurn(a, b, c);
     return (clockwise ? -turn : turn) >
-           2 * rounding * (GetTaxicabDistance(a, b) + GetTaxicabDistance(a, c));
+           2 * rounding * (GetTaxicabDistance(a, b) + GetTaxicabDistance(a, c) + 4 * rounding);
 }
 
 // How far beyond the depths of its corners a triangle may be drawn. Where rounding lets it cover a
@@ -69,13 +68,13 @@ static TileTriangle GetTileTriangle(int index, int tile, const DrawnTriangles& d
 {
     const ImageTriangle& triangle = drawn.hszog[index];
     const auto& [a, b, c] = triangle.vertices;
-    const auto [back, front] = std::minmax({a[2], b[2], c[2]});
+    const auto [farthest, nearest] = std::minmax({a[2], b[2], c[2]});
     const float doubt = GetDepthDoubt(triangle);
     return {index,
             drawn.looks.oftriangle[std::size_t(index)],
             {{a[0], a[1]}, {b[0], b[1]}, {c[0], c[1]}},
-            back - doubt,
-            front + doubt,
+            farthest - doubt,
+            nearest + doubt,
             GetReach(triangle, tile)};
 }
 
@@ -113,13 +112,12 @@ static bool HasEdgeBetween(const TileTriangle& triangle, const TileTriangle& oth
     return false;
 }
 
-// Most of those that are apart are so along an axis, which is soon found out.
+// Most of those that are apart are so along an axis, where rounding keeps their order.
 static bool LiesBefore(const TileTriangle& triangle, const TileTriangle& other, int axis)
 {
     const auto& [a, b, c] = triangle.corners;
     const auto& [d, e, f] = other.corners;
-    return std::max({a[axis], b[axis], c[axis]}) + 2 * rounding <
-           std::min({d[axis], e[axis], f[axis]});
+    return std::max({a[axis], b[axis], c[axis]}) <= std::min({d[axis], e[axis], f[axis]});
 }
 
 bool AreApart(const TileTriangle& a, const TileTriangle& b)

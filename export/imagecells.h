@@ -38,8 +38,8 @@ template <class Cells, class Work> void ForCells(Cells& cells, const Reach& reac
 struct TileTriangle {
     int index; // in hszog
     int look;
-    float corners[3][2]; // on the screen, in view coordinates
-    float back, front;   // it is drawn at no lesser and no greater depth; the greater is nearer
+    float corners[3][2];     // on the screen, in view coordinates
+    float farthest, nearest; // the depths between which it is drawn; the greater is nearer
     Reach reach;
 };
 

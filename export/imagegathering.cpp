@@ -54,7 +54,7 @@ private:
     };
     struct Queue {
         std::size_t next, end; // of its run of `entries`, without the first group
-        std::size_t lastgroup; // where that starts
+        std::size_t lastgroup; // the entry with which its last group starts
         int open;              // triangles of the first group that have not been taken
         int look;              // of the last triangle
         bool manylooks;
@@ -122,9 +122,11 @@ void TileQueues::LayOutQueues()
 
 void TileQueues::FillQueues()
 {
+    constexpr int largestjoining = 64; // cells; to compare a larger one in all of its takes long
     for (std::size_t k = 0; k < sequence.size(); k++) {
+        const bool small = CountCells(sequence[k].reach) <= largestjoining;
         ForCells(queues, sequence[k].reach, [&](Queue& queue) {
-            const bool joins = JoinsLastGroup(queue, sequence[k]);
+            const bool joins = small && JoinsLastGroup(queue, sequence[k]);
             queue.lastgroup = joins ? queue.lastgroup : queue.end;
             entries[queue.end] = {std::uint32_t(k), !joins};
             queue.end++;

@@ -20,6 +20,7 @@ namespace korvane
 enum GatherStep { SPLIT_TILE, GATHER_OPAQUE, GATHER_REST, gatherstepnumber };
 static constexpr int allsteps = gatherstepnumber * tilenumber;
 
+// From StartLists to FreeLists.
 static DrawnTriangles drawn;
 static TileOrders tileorders;
 static int gathersteps = 0;                                      // so many have been made
@@ -49,7 +50,8 @@ static std::int64_t GatherTile()
     case GATHER_OPAQUE:
         return GatherLooks(split.opaque, looknumber, true, parts);
     default:
-        return GatherLooks(split.rest, looknumber, false, parts);
+        tileorders[tile] = {};
+        return GatherLooks(std::exchange(split, {}).rest, looknumber, false, parts);
     }
 }
 

@@ -10,6 +10,7 @@
 namespace korvane
 {
 
+// The triangles have to live until FreeLists.
 void StartLists(TileOrders orders, DrawnTriangles drawn);
 
 // Does as much as one step can afford. Returns the share that is done then; 1 when all is. A

@@ -13,10 +13,10 @@ public:
     // Whether an opaque triangle hides it wherever they overlap.
     bool IsHiddenBy(const TileTriangle& triangle, float margin) const
     {
-        const float limit = triangle.back - margin;
+        const float limit = triangle.farthest - margin;
         const std::size_t known = std::min(number, remembered);
-        return front < limit && std::all_of(latest, latest + known, [&](const auto* other) {
-                   return other->front < limit || AreApart(*other, triangle);
+        return nearest < limit && std::all_of(latest, latest + known, [&](const auto* other) {
+                   return other->nearest < limit || AreApart(*other, triangle);
                });
     }
 
@@ -25,7 +25,7 @@ public:
     {
         const TileTriangle*& place = latest[number % remembered];
         if (number >= remembered) {
-            front = std::max(front, place->front);
+            nearest = std::max(nearest, place->nearest);
         }
         place = &triangle;
         number++;
@@ -35,8 +35,8 @@ private:
     static constexpr std::size_t remembered = 8;
 
     const TileTriangle* latest[remembered] = {};
-    std::size_t number = 0;                                // how many have been added
-    float front = -std::numeric_limits<float>::infinity(); // of those that are not remembered
+    std::size_t number = 0;                                  // how many have been added
+    float nearest = -std::numeric_limits<float>::infinity(); // of those that are not remembered
 };
 
 // An opaque triangle can be drawn before those that it hides. Where it does not surely hide what

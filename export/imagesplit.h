@@ -15,7 +15,8 @@ struct SplitTriangles {
 };
 
 // Splits the order of a tile, which is drawn farthest first. When the opaque ones are drawn before
-// the rest, the pixels are the same.
+// the rest, the pixels are the same: the nearest opaque one wins as before, what is left from
+// before it lies behind it, and what comes after it meets the same colour and depth.
 SplitTriangles SplitOrder(const std::vector<int>& order, int tile, const DrawnTriangles& drawn);
 
 } // namespace korvane

@@ -71,6 +71,10 @@ static const char* FindValueFault()
         return "the line width is not 1";
     }
     GLint mode = 0;
+    glGetIntegerv(GL_DEPTH_FUNC, &mode);
+    if (mode != GL_LESS) {
+        return "the depth test does not ask for less";
+    }
     glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &mode);
     if (mode != GL_MODULATE) {
         return "textures are not modulated";

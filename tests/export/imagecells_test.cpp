@@ -36,6 +36,8 @@ static TileTriangle TileTriangleOf(const ImageTriangle& triangle, int tile = 0)
 TEST(GetTileTriangles, CountsCellsFromTheUpperLeft)
 {
     EXPECT_EQ(TileTriangleOf(SmallTriangle(21, 10, 0)).reach, (Reach{5, 6, 2, 3}));
+    EXPECT_EQ(TileTriangleOf(SmallTriangle(2 * 256 + 21, 256 + 10, 0), 7).reach,
+              (Reach{5, 6, 2, 3})); // the second row's third tile
     EXPECT_EQ(TileTriangleOf(MakeTriangle(-30, -30, 30, 30), 7).reach, (Reach{0, 63, 0, 63}));
     EXPECT_EQ(CountCells(Reach{5, 6, 2, 4}), 6);
 }
@@ -58,12 +60,12 @@ TEST(GetTileTriangles, TellsDepthsLooksAndPlaces)
     ASSERT_EQ(tiled.size(), 2U);
     EXPECT_EQ(tiled[0].index, 1);
     EXPECT_EQ(tiled[0].look, 1);
-    // it rises by 1.5 and by 3 on four pixels, and a corner may move by a 256th of a pixel
-    EXPECT_NEAR(tiled[0].back, -1 - 2 * 4.5 / 4 / 256, 1e-5);
-    EXPECT_NEAR(tiled[0].front, 2 + 2 * 4.5 / 4 / 256, 1e-5);
+    // it rises by 1.5 and by 3 on four pixels, and each corner may move by a 32nd of a pixel
+    EXPECT_NEAR(tiled[0].farthest, -1 - 2 * 4.5 / 4 / 32, 1e-5);
+    EXPECT_NEAR(tiled[0].nearest, 2 + 2 * 4.5 / 4 / 32, 1e-5);
     EXPECT_EQ(tiled[1].index, 0);
-    EXPECT_EQ(tiled[1].back, 0);
-    EXPECT_EQ(tiled[1].front, 0);
+    EXPECT_EQ(tiled[1].farthest, 0);
+    EXPECT_EQ(tiled[1].nearest, 0);
 }
 
 TEST(ForCells, VisitsTheCellsOfAReach)
@@ -108,23 +110,23 @@ TEST(AreApart, WhenTheyTouchOrDoNotMeet)
     ExpectApart(lower, {{{9, 9}, {9, 8}, {8, 9}}}, true);
 }
 
-static constexpr float part = float(pixel / 256);
+static constexpr float part = float(pixel / 32);
 
 // Rounding may move its corners over the edge.
 TEST(AreApart, NotWhenTheyTouchWithoutACommonCorner)
 {
     ExpectApart(lower, {{{3, 1}, {1, 3}, {4, 4}}}, false);
     ExpectApart(lower, {{{3, 1}, {4, 1}, {4, 4}}}, false);
-    ExpectApart(lower, {{{-part, 0}, {-4, 0}, {-part, 4}}}, false);
-    ExpectApart(lower, {{{-8 * part, 0}, {-4, 0}, {-8 * part, 4}}}, true);
+    ExpectApart(lower, {{{3, 1 + part}, {1, 3 + part}, {4, 4}}}, false);
+    ExpectApart(lower, {{{3, 1 + 16 * part}, {1, 3 + 16 * part}, {4, 4}}}, true);
 }
 
 // Rounding may turn it round.
 TEST(AreApart, NotWhenOneIsNearlyALineAlongTheOther)
 {
-    ExpectApart(lower, {{{0, 0}, {0, 4}, {-part, 2}}}, false);
-    ExpectApart(lower, {{{0, 0}, {0, 4}, {-16 * part, 2}}}, true);
-    ExpectApart(lower, {{{0, 0}, {0, 4}, {0, 2}}}, false);
+    ExpectApart(lower, {{{4, 0}, {0, 4}, {2 + part, 2}}}, false);
+    ExpectApart(lower, {{{4, 0}, {0, 4}, {2 + 16 * part, 2}}}, true);
+    ExpectApart(lower, {{{4, 0}, {0, 4}, {2, 2}}}, false);
 }
 
 TEST(AreApart, NotWhenTheyOverlap)

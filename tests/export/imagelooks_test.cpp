@@ -36,35 +36,38 @@ TEST(GetLook, TakesABackThatIsColoredLikeItsFrontForAFront)
     EXPECT_TRUE(GetLook(triangle).front);
 }
 
-// The front is opaque, the back is not.
-static std::vector<float> OpaqueFront()
+// The places of what makes a front opaque, and of what makes a back so.
+static constexpr int ofdrawn[2][3] = {{BACK_LIGHT + 3, BACK_SHADOW + 3, BACK_ACUITY},
+                                      {FRONT_LIGHT + 3, FRONT_SHADOW + 3, FRONT_ACUITY}};
+
+// One face is opaque, the other is not.
+static std::vector<float> OpaqueFace(int front)
 {
     std::vector<float> colors(colornumber, 0);
-    colors[FRONT_LIGHT + 3] = colors[FRONT_SHADOW + 3] = colors[FRONT_ACUITY] = 1;
+    for (const int place : ofdrawn[front]) {
+        colors[std::size_t(place)] = 1;
+    }
     return colors;
 }
 
 TEST(IsOpaque, GoesByTheFaceThatIsDrawn)
 {
-    const std::vector<float> colors = OpaqueFront();
-    EXPECT_TRUE(IsOpaque({colors.data(), true}));
-    EXPECT_FALSE(IsOpaque({colors.data(), false}));
-    std::vector<float> turned(colornumber, 0);
-    turned[BACK_LIGHT + 3] = turned[BACK_SHADOW + 3] = turned[BACK_ACUITY] = 1;
-    EXPECT_FALSE(IsOpaque({turned.data(), true}));
-    EXPECT_TRUE(IsOpaque({turned.data(), false}));
+    for (const int front : {0, 1}) {
+        const std::vector<float> colors = OpaqueFace(front);
+        EXPECT_EQ(IsOpaque({colors.data(), true}), front == 1);
+        EXPECT_EQ(IsOpaque({colors.data(), false}), front == 0);
+    }
 }
 
 TEST(IsOpaque, NeedsBothColorsFullyOpaqueAndSomeAcuity)
 {
-    for (const int place : {FRONT_LIGHT + 3, FRONT_SHADOW + 3}) {
-        std::vector<float> colors = OpaqueFront();
-        colors[std::size_t(place)] = 0.999F;
-        EXPECT_FALSE(IsOpaque({colors.data(), true})) << place;
+    for (const int front : {0, 1}) {
+        for (const int place : ofdrawn[front]) {
+            std::vector<float> colors = OpaqueFace(front);
+            colors[std::size_t(place)] = place == ofdrawn[front][2] ? 0 : 0.999F;
+            EXPECT_FALSE(IsOpaque({colors.data(), front == 1})) << place;
+        }
     }
-    std::vector<float> colors = OpaqueFront();
-    colors[FRONT_ACUITY] = 0;
-    EXPECT_FALSE(IsOpaque({colors.data(), true}));
 }
 
 } // namespace korvane

@@ -199,6 +199,15 @@ TEST_F(ImageTiles, AreThoseOfThePlainMethod)
     ExpectPlainMethod(10000);
 }
 
+// Half a turn about the upright axis: a back that is coloured like its front.
+TEST_F(ImageTiles, AreThoseOfThePlainMethodFromBehind)
+{
+    Add(SquareAt(0, 0, 0));
+    mainview.rotation[0] = -1;
+    mainview.rotation[8] = -1;
+    ExpectPlainMethod(1000);
+}
+
 // One after the other in a single plane, where none is nearer. They keep their corners.
 TEST_F(ImageTiles, AreThoseOfThePlainMethodWhereDepthsAreEqual)
 {

@@ -149,7 +149,7 @@ static void CallLit(unsigned int list)
 // No corner lies farther before or behind the view's middle.
 static double GetDepth(const std::vector<ImageTriangle>& triangles)
 {
-    double depth = 1;
+    double depth = 2; // where faces coincide, depths must round alike
     for (const ImageTriangle& triangle : triangles) {
         for (const float* corner : triangle.vertices) {
             depth = std::max(depth, 1.01 * std::abs(corner[2]));

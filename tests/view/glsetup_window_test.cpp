@@ -104,6 +104,9 @@ TEST_F(OpenGlSetup, FindsEveryChangedValueOfTheBaseState)
         glLineWidth(2);
         EXPECT_STREQ(FindStateFault(), "the line width is not 1");
         glLineWidth(1);
+        glDepthFunc(GL_LEQUAL);
+        EXPECT_STREQ(FindStateFault(), "the depth test does not ask for less");
+        glDepthFunc(GL_LESS);
         glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
         EXPECT_STREQ(FindStateFault(), "textures are not modulated");
         glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
