@@ -1,6 +1,7 @@
 // The base state, which InitGl leaves and every drawing procedure expects and leaves: depth test,
 // blending and smoothing on; textures, lighting, lights, programs and vertex arrays off; what is
-// nearer passes the depth test; line width 1; textures modulated; model-view identity; no OpenGL error pending.
+// nearer passes the depth test; line width 1; textures modulated; model-view identity; no OpenGL
+// error pending.
 #pragma once
 
 namespace korvane
