@@ -95,11 +95,11 @@ std::vector<TileTriangle> GetTileTriangles(const std::vector<int>& order, int ti
 static bool HasEdgeBetween(const TileTriangle& triangle, const TileTriangle& other)
 {
     const auto& corners = triangle.corners;
+    const bool clockwise = GetTurn(corners[0], corners[1], corners[2]) < 0;
     for (std::size_t i = 0; i < 3; i++) {
         const float* p = corners[i];
         const float* q = corners[(i + 1) % 3];
         const float* opposite = corners[(i + 2) % 3];
-        const bool clockwise = GetTurn(p, q, opposite) < 0;
         const auto liesbeyond = [&](const float(&corner)[2]) {
             return std::equal(corner, corner + 2, p) || std::equal(corner, corner + 2, q) ||
                    TurnsSurely(p, q, corner, !clockwise);

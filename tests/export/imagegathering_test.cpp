@@ -166,14 +166,13 @@ TEST(GatherLooks, ChangesTheOrderInNoPixel)
     std::uniform_int_distribution<int> size(1, 9);
     std::uniform_int_distribution<int> look(0, 4);
     std::vector<ImageTriangle> triangles;
-    std::vector<int> order;
     for (int i = 0; i < 600; i++) {
         const double left = -0.625 + place(random) * pixel;
         const double bottom = 0.5 - place(random) * pixel;
         triangles.push_back(MakeTriangle(left, bottom, left + size(random) * pixel,
                                          bottom + size(random) * pixel, float(look(random))));
-        order.push_back(i);
     }
+    const std::vector<int> order = OrderOf(triangles);
     const std::vector<int> gathered = Gather(triangles);
     EXPECT_NE(gathered, order);
     EXPECT_TRUE(std::is_permutation(gathered.begin(), gathered.end(), order.begin(), order.end()));
