@@ -129,13 +129,6 @@ static OwnedShape TwoFacedSquare()
     return square;
 }
 
-// Half a turn about the upright axis.
-static void LookFromBehind()
-{
-    mainview.rotation[0] = -1;
-    mainview.rotation[8] = -1;
-}
-
 // The turned normal is that of the front, and so is the share of the light.
 static const Pixel litback = MakePixel(0.74254, 0, 1 - 0.74254);
 

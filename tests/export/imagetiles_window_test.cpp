@@ -199,12 +199,11 @@ TEST_F(ImageTiles, AreThoseOfThePlainMethod)
     ExpectPlainMethod(10000);
 }
 
-// Half a turn about the upright axis: a back that is coloured like its front.
+// A back that is coloured like its front.
 TEST_F(ImageTiles, AreThoseOfThePlainMethodFromBehind)
 {
     Add(SquareAt(0, 0, 0));
-    mainview.rotation[0] = -1;
-    mainview.rotation[8] = -1;
+    LookFromBehind();
     ExpectPlainMethod(1000);
 }
 

@@ -78,6 +78,12 @@ int ImageTest::Add(OwnedShape shape)
     return shapenumber - 1;
 }
 
+void ImageTest::LookFromBehind()
+{
+    mainview.rotation[0] = -1;
+    mainview.rotation[8] = -1;
+}
+
 Image ImageTest::MakeImage() const
 {
     ProjectScene();

@@ -47,6 +47,8 @@ protected:
 
     static int Add(OwnedShape shape); // to the scene, as seen; returns its index
 
+    static void LookFromBehind(); // after half a turn about the upright axis
+
     Image MakeImage() const; // of the scene
 
     GlWindow window{300, 300};
